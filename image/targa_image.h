@@ -1,0 +1,13 @@
+// Targa files: reads one, plain or run-length encoded, as an image record.
+//
+// Who owns what is said in image.h.
+//   st_image *image = targa_image_load("lwo/wood.tga", 0, nullptr);
+#pragma once
+
+#include "image/image.h"
+
+// Loads the image at path. The pixels go into buffer when it is non-null and holds at least
+// the image's size in its capacity bytes, else into memory of their own. Returns the new
+// record, or null when the file cannot be read whole; a run-length stream that ends early is
+// no failure.
+st_image *targa_image_load(const char *path, int capacity, unsigned char *buffer);

@@ -1,0 +1,33 @@
+// Cel shading: flat bands of grey by the angle of the light, with a black outline.
+//
+// Every render object owns one record, made with it and switched off; while enabled is set,
+// renderRObj hands the render object over to renderCelShading.
+//   enableCelShading(model, 1);
+//   drawLwo(model, 0);
+#pragma once
+
+#include "renderer/lwoRenderer.h"
+
+constexpr int CEL_SHADES = 32;
+
+struct st_celShading {
+    int enabled;
+    float shades[CEL_SHADES][3]; // RGB ramp from facing away to facing the light
+    float lightDir[3];           // unit vector, eye space
+    int outline;
+    int smoothLines;
+    float outlineColor[3];
+    float outlineWidth;                    // pixels
+    unsigned int textureIds[MAX_CONTEXTS]; // 1-D texture per context
+};
+
+// Gives the render object a record with the defaults, cel shading off.
+void setupCelShading(st_rObj *rObj);
+
+// Makes the ramp's texture for a context, of one render object or of all of a model's.
+void initCelShading(st_rObj *rObj, int context);
+void initCelShading(st_lwoObj *obj, int context);
+
+// Switches cel shading on (1) or off (0); any other value changes nothing.
+void enableCelShading(st_rObj *rObj, int on);
+void enableCelShading(st_lwoObj *obj, int on);

@@ -1,0 +1,154 @@
+// The object renderer: LightWave objects as arrays that OpenGL draws.
+//
+// newLwoObj loads a model with its textures; drawLwo draws it in the current OpenGL context.
+// Models live until the process ends: no destroy operation exists, and a model keeps the
+// reader's object that it was built from.
+//   st_lwoObj *tree = newLwoObj("lwo/tree3d.lwo", 1); // null, and a message, on failure
+//   ...                                               // once a frame:
+//   drawLwo(tree, 0);
+//
+// One model may be drawn in up to three OpenGL contexts, numbered 0 to 2; its textures for a
+// context are made by the first draw in it. Everything runs on the thread of that context.
+//
+//   st_lwoObj           a model
+//     rObjs[layer]      st_rObj, one per layer
+//       subObjs[i]      st_subObj, one per surface of the object, in its list order
+//         tris, quads   the layer's polygons with that surface, packed
+//       textures        st_texTable, one for the whole model
+#pragma once
+
+#include "image/image.h"
+#include "reader/lwo2.h"
+
+constexpr int MAX_CONTEXTS = 3;
+
+// Floats per vertex of the two layouts, and per vertex allocated.
+constexpr int UV_STRIDE = 8;    // s, t, nx, ny, nz, x, y, z  GL_T2F_N3F_V3F
+constexpr int PLAIN_STRIDE = 6; // nx, ny, nz, x, y, z        GL_N3F_V3F
+constexpr int VERTEX_ROOM = 9;
+
+// Floats allocated per triangle and per quad in a colour array (RGBA; a triangle draws 12).
+constexpr int COLOR_ROOM = 16;
+
+struct st_celShading; // celShading.h
+
+// The polygons of one layer that use one surface.
+struct st_subObj {
+    unsigned int *textureIds; // OpenGL name per context, in the texture table; null: none
+    int clipIndex;            // of the surface's colour texture; 0: none
+    int projection;           // lwProjection; only LW_PROJECTION_UV has texture coordinates
+    int visible;
+    int textured;      // bind the texture (UV projection only)
+    int colorsDirty;   // new colours wait in the back buffers
+    int frontBuffer;   // colour-buffer pair that is drawn: 0 or 1
+    int useColorArray; // draw with per-vertex colours
+    char name[32];     // the surface's name, cut to 31 characters
+    int triCount;
+    int quadCount;
+    float fillColor[3];  // the surface's colour
+    float *tris;         // owned; 3 vertices per triangle
+    float *quads;        // owned; 4 vertices per quad
+    float *colors[2][2]; // owned; RGBA per vertex: [buffer][0 triangles, 1 quads]; may be null
+};
+
+// One image clip of a model as a texture.
+struct st_texEntry {
+    unsigned int *textureIds; // owned; OpenGL name per context, 0 until made
+    int clipIndex;
+    st_image *image; // owned; null when it could not be loaded
+    int failed;      // 1 when image is null
+};
+
+// A model's textures, shared by all its render objects.
+struct st_texTable {
+    int contextCount;
+    int count;            // entries = image clips of the object
+    st_texEntry *entries; // owned; in clip-list order
+    float scale;          // 1.0; nothing reads it
+};
+
+// One layer of a model.
+struct st_rObj {
+    int showNormals; // that of a model's first render object governs them all
+    int lighting;
+    int subObjCount; // = the object's surface count
+    int visible;
+    int textureEnabled; // nothing reads it
+    int internalColor;  // make each sub-object's fillColor the current colour
+    int contextCount;
+    char dir[200];             // directory of the model's file, where its textures are looked up
+    st_celShading *celShading; // owned
+    st_subObj *subObjs;        // owned
+    st_texTable *textures;     // null when the object has no image clips
+};
+
+// A model.
+struct st_lwoObj {
+    st_lwObject *object; // owned; read by texture loading and the shade models
+    st_rObj *rObjs;      // owned
+    int rObjCount;
+    int contextReady[MAX_CONTEXTS]; // 1 once the context's textures exist
+    float position[3];
+    float rotAxis[3];
+    float rotAngle; // degrees about rotAxis
+    float scale[3];
+    int useTransform; // draw under translate, rotate, scale
+};
+
+// ------------------------------------------------------------- loading (loading.cpp)
+
+// Loads the model at path for contextCount (1 to 3) contexts. Returns null when the file cannot
+// be read, after one line on standard output.
+st_lwoObj *newLwoObj(const char *path, int contextCount);
+
+// Loads the object at path into obj->object and returns its render objects (obj->rObjCount of
+// them, owned by the caller), or null. failId and failPos are lwGetObject's.
+st_rObj *testload(const char *path, unsigned int *failId, int *failPos, st_lwoObj *obj,
+                  int contextCount);
+
+// Returns count fresh render objects without sub-objects, owned by the caller.
+st_rObj *makeRObjs(int count);
+
+// ------------------------------------------- building sub-objects (subObjects.cpp)
+
+// Fills rObj's sub-objects from the layer at position layerIndex (0 the first) of the object.
+void makeSubObjs(st_lwObject *object, st_rObj *rObj, int layerIndex);
+
+// ------------------------------------------------------------ textures (textures.cpp)
+
+// Loads the image of every clip of the object, looked up in dir. Returns the table, owned by
+// the caller, or null when the object has no clips.
+st_texTable *loadTextures(st_lwObject *object, const char *dir, int contextCount);
+
+// Makes the OpenGL textures of obj for a context and hands their names to the sub-objects.
+void initTextures(st_lwoObj *obj, int context);
+
+// Turns t into 1 - t where the sub-object's image is stored top row first. renderObject is the
+// sub-object's st_rObj.
+void flipTexture(st_subObj *subObj, void *renderObject);
+
+// -------------------------------------------------------------- drawing (drawing.cpp)
+
+void drawLwo(st_lwoObj *obj, int context);
+void renderRObj(st_rObj *rObj, int context);
+void renderRObjNormals(st_rObj *rObj, int context);
+void setupVarrays(float *vertices, float *colors);
+
+// Reports one pending OpenGL error on standard error; tag says where, null counts as "".
+void checkGLError(const char *tag);
+
+// ------------------------------------------------- colour arrays (colorArrays.cpp)
+//
+// Operations on one sub-object, for forAllSubObjsDo. The cycle: fillColor writes the back
+// buffer, switchBuffers shows it, copyCarrays brings the new back buffer up to date.
+
+void setupCarrays(st_subObj *subObj, void *argument);
+void switchBuffers(st_subObj *subObj, void *argument);
+void copyCarrays(st_subObj *subObj, void *argument);
+// argument points at the int that becomes useColorArray.
+void toggleCobra(st_subObj *subObj, void *argument);
+
+// ------------------------------------------------------------ controls (controls.cpp)
+
+// Calls function for every sub-object of rObj, in order.
+void forAllSubObjsDo(void (*function)(st_subObj *, void *), st_rObj *rObj, void *argument);
