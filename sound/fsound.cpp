@@ -1,0 +1,60 @@
+// The four sound operations over SDL2_mixer. Only SDL's audio subsystem is started: the
+// window belongs to GLUT, and so do the signals.
+#include "sound/fsound.h"
+
+#include <SDL.h>
+#include <SDL_mixer.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+struct FSOUND_STREAM {
+    Mix_Music *music;
+};
+
+constexpr int OUTPUT_CHANNELS = 2; // stereo
+constexpr int BUFFER_FRAMES = 1024;
+constexpr int MAX_VOLUME = 255;
+constexpr int ONCE = 1;
+
+static bool deviceOpen = false;
+
+signed char FSOUND_Init(int mixrate, int /*maxchannels*/, unsigned int /*flags*/) {
+    if (deviceOpen)
+        return 1;
+    // SDL would take SIGINT for itself, and Ctrl-C in the terminal would no longer end the show.
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
+        return 0;
+    deviceOpen = Mix_OpenAudio(mixrate, AUDIO_S16SYS, OUTPUT_CHANNELS, BUFFER_FRAMES) == 0;
+    return deviceOpen ? 1 : 0;
+}
+
+FSOUND_STREAM *FSOUND_Stream_OpenFile(const char *filename, unsigned int /*mode*/, int /*length*/) {
+    if (!deviceOpen)
+        return nullptr;
+    Mix_Music *music = Mix_LoadMUS(filename);
+    if (music == nullptr)
+        return nullptr;
+    auto *stream = static_cast<FSOUND_STREAM *>(std::malloc(sizeof(FSOUND_STREAM)));
+    if (stream == nullptr) {
+        Mix_FreeMusic(music);
+        return nullptr;
+    }
+    stream->music = music;
+    return stream;
+}
+
+int FSOUND_Stream_Play(int channel, FSOUND_STREAM *stream) {
+    if (stream == nullptr || Mix_PlayMusic(stream->music, ONCE) != 0)
+        return -1;
+    return channel;
+}
+
+signed char FSOUND_SetVolume(int /*channel*/, int volume) {
+    if (!deviceOpen)
+        return 0;
+    // The mixer has one music stream, so the channel need not be told apart.
+    Mix_VolumeMusic(std::clamp(volume, 0, MAX_VOLUME) * MIX_MAX_VOLUME / MAX_VOLUME);
+    return 1;
+}
