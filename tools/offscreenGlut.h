@@ -1,0 +1,21 @@
+// GLUT without a window system: the GLUT calls that the driver makes, drawing into an EGL
+// pixel buffer. Link it instead of GLUT and the driver runs unchanged.
+//
+// Set the screen's size and the hook before glutCreateWindow:
+//   offscreenScreen(800, 600);
+//   offscreenOnFrame(frameDone);
+//   runShow(argc, argv); // returns once frameDone has returned false
+//
+// One window. When the window cannot be made, one line on standard error says why and the
+// process ends with status 1.
+#pragma once
+
+// The size of the screen, which a window gets with glutFullScreen; 800 x 600 unless set.
+void offscreenScreen(int width, int height);
+
+// Calls hook at each glutSwapBuffers, with the finished picture still in the back buffer and
+// the number of swaps before this one. When it returns false the main loop ends.
+void offscreenOnFrame(bool (*hook)(int frame));
+
+// Copies the finished picture into rgb: width * height * 3 bytes, top row first.
+void offscreenReadPixels(unsigned char *rgb);

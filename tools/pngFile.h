@@ -1,0 +1,7 @@
+// PNG files.
+//   writePng("frame00500.png", 800, 600, rgb);
+#pragma once
+
+// Writes width x height pixels of 3 bytes, top row first. Returns false when the file cannot
+// be written.
+bool writePng(const char *path, int width, int height, const unsigned char *rgb);
