@@ -44,7 +44,11 @@ extern const char *const image_type_label[4];
 // Indexed by orientation / 0x10.
 extern const char *const pixel_orig_label[4];
 
-// Turns BGR(A) pixels into RGB(A) in place. Returns 1 when they were RGB(A) already, else 0,
-// also after a conversion; images of other types are left alone, and so is a true-colour
-// image whose depth does not fit its type.
+// Returns 1 for RGB(A) and BGR(A) images whose pixels have as many bytes as the type needs.
+// Depths of 8 or 16 bits do not, nor do 24 bits with alpha bits.
+int image_is_true_color(const st_image *image);
+
+// Turns BGR(A) pixels into RGB(A) in place and changes the type accordingly. Returns 1 when
+// they were RGB(A) already, else 0, also after a conversion; images that are not true-colour
+// are left alone.
 int image_make_rgb(st_image *image);
