@@ -1,0 +1,85 @@
+// Heard through SDL's disk driver, which writes to a file what would be played.
+#include "sound/fsound.h"
+#include "tests/support/toneFile.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t STRETCH = 2048; // samples: one buffer of the mixer
+
+static void useDriver(const char *driver, const std::string &file) {
+    setenv("SDL_AUDIODRIVER", driver, 1);
+    setenv("SDL_DISKAUDIOFILE", file.c_str(), 1);
+}
+
+// Waits until some more has been played; gives up in the end, so that a broken player fails
+// the test and does not hang it.
+static void playOn(const std::string &file) {
+    const auto played = [&file] {
+        std::error_code none;
+        const auto size = fs::file_size(file, none);
+        return none ? 0 : size;
+    };
+    const auto enough = played() + 8 * STRETCH * sizeof(std::int16_t);
+    for (int tries = 0; tries < 3000 && played() < enough; tries++)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+}
+
+TEST(Sound, volumeRunsFromSilentAt0ToFullAt255AndNoFurther) {
+    const std::string directory = testing::TempDir();
+    const std::string tone = directory + "fsoundTone.wav";
+    const std::string heard = directory + "fsoundHeard.raw";
+    writeTone(tone, 60);
+    fs::remove(heard);
+    useDriver("disk", heard);
+
+    ASSERT_EQ(FSOUND_Init(44100, 32, 0), 1);
+    FSOUND_STREAM *stream = FSOUND_Stream_OpenFile(tone.c_str(), 0x20130, 0);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(FSOUND_SetVolume(1, 0), 1);
+    EXPECT_EQ(FSOUND_Stream_Play(1, stream), 1);
+    const auto levelAt = [&heard](int volume) {
+        FSOUND_SetVolume(1, volume);
+        playOn(heard);
+        const std::vector<double> levels = readLevels(heard, STRETCH);
+        return levels.empty() ? -1.0 : levels.back();
+    };
+    // Resampling to the mixer's rate rounds the wave's edges a little.
+    const double full = levelAt(255);
+    EXPECT_NEAR(full, TONE_LEVEL / 128.0, 0.03);
+    const struct {
+        int volume;
+        double level;
+    } cases[] = {{0, 0.0},    {64, full * 64 / 255}, {128, full * 128 / 255},
+                 {256, full}, {5000, full},          {-3, 0.0},
+                 {254, full}};
+    for (const auto &c : cases)
+        EXPECT_NEAR(levelAt(c.volume), c.level, 0.01) << c.volume;
+}
+
+TEST(Sound, missingMusicIsSilence) {
+    useDriver("dummy", "");
+    ASSERT_EQ(FSOUND_Init(44100, 32, 0), 1);
+    FSOUND_STREAM *stream = FSOUND_Stream_OpenFile("nowhere.ogg", 0x20130, 0);
+    EXPECT_EQ(stream, nullptr);
+    EXPECT_EQ(FSOUND_Stream_Play(1, stream), -1);
+    EXPECT_EQ(FSOUND_SetVolume(1, 100), 1);
+}
+
+TEST(Sound, missingDeviceIsSilence) {
+    const std::string tone = testing::TempDir() + "fsoundNoDevice.wav";
+    writeTone(tone, 1);
+    useDriver("no such driver", "");
+    EXPECT_EQ(FSOUND_Init(44100, 32, 0), 0);
+    FSOUND_STREAM *stream = FSOUND_Stream_OpenFile(tone.c_str(), 0x20130, 0);
+    EXPECT_EQ(stream, nullptr);
+    EXPECT_EQ(FSOUND_Stream_Play(1, stream), -1);
+    EXPECT_EQ(FSOUND_SetVolume(1, 100), 0);
+}

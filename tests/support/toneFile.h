@@ -1,0 +1,45 @@
+// Sound files for tests to listen to.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <vector>
+
+constexpr int TONE_LEVEL = 96; // of 127
+
+// Writes a square wave of constant loudness, as a mono 8-bit WAV.
+inline void writeTone(const std::string &path, int seconds) {
+    constexpr std::uint32_t RATE = 11025;
+    constexpr std::uint32_t PERIOD = 32; // samples
+    const auto u32 = [](std::uint32_t n) {
+        std::string bytes;
+        for (int shift = 0; shift < 32; shift += 8)
+            bytes += static_cast<char>(n >> shift & 0xFF);
+        return bytes;
+    };
+    const std::uint32_t count = RATE * static_cast<std::uint32_t>(seconds);
+    std::string samples;
+    for (std::uint32_t n = 0; n < count; n++)
+        samples += static_cast<char>(n % PERIOD < PERIOD / 2 ? 128 + TONE_LEVEL : 128 - TONE_LEVEL);
+    std::ofstream(path, std::ios::binary)
+        << "RIFF" << u32(36 + count) << "WAVEfmt " << u32(16) << u32(0x10001) // PCM, mono
+        << u32(RATE) << u32(RATE) << u32(0x80001)                             // 8 bits
+        << "data" << u32(count) << samples;
+}
+
+// Mean level, 0 to 1, of each stretch of a raw 16-bit stereo recording.
+inline std::vector<double> readLevels(const std::string &path, std::size_t stretch) {
+    std::ifstream file(path, std::ios::binary);
+    std::vector<std::int16_t> samples(stretch);
+    std::vector<double> levels;
+    while (file.read(reinterpret_cast<char *>(samples.data()),
+                     static_cast<std::streamsize>(stretch * sizeof(std::int16_t)))) {
+        double sum = 0;
+        for (const std::int16_t sample : samples)
+            sum += sample < 0 ? -sample : sample;
+        levels.push_back(sum / static_cast<double>(stretch) / 32768.0);
+    }
+    return levels;
+}
