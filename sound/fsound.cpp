@@ -33,7 +33,8 @@ signed char FSOUND_Init(int mixrate, int /*maxchannels*/, unsigned int /*flags*/
 FSOUND_STREAM *FSOUND_Stream_OpenFile(const char *filename, unsigned int /*mode*/, int /*length*/) {
     if (!deviceOpen)
         return nullptr;
-    Mix_Music *music = Mix_LoadMUS(filename);
+    // By content, whatever the file is called: the show's music has a fixed name.
+    Mix_Music *music = Mix_LoadMUS_RW(SDL_RWFromFile(filename, "rb"), SDL_TRUE);
     if (music == nullptr)
         return nullptr;
     auto *stream = static_cast<FSOUND_STREAM *>(std::malloc(sizeof(FSOUND_STREAM)));

@@ -34,7 +34,7 @@ static void playOn(const std::string &file) {
 
 TEST(Sound, volumeRunsFromSilentAt0ToFullAt255AndNoFurther) {
     const std::string directory = testing::TempDir();
-    const std::string tone = directory + "fsoundTone.wav";
+    const std::string tone = directory + "fsoundTone.ogg";
     const std::string heard = directory + "fsoundHeard.raw";
     writeTone(tone, 60);
     fs::remove(heard);
@@ -74,7 +74,7 @@ TEST(Sound, missingMusicIsSilence) {
 }
 
 TEST(Sound, missingDeviceIsSilence) {
-    const std::string tone = testing::TempDir() + "fsoundNoDevice.wav";
+    const std::string tone = testing::TempDir() + "fsoundNoDevice.ogg";
     writeTone(tone, 1);
     useDriver("no such driver", "");
     EXPECT_EQ(FSOUND_Init(44100, 32, 0), 0);

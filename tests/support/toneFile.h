@@ -9,7 +9,8 @@
 
 constexpr int TONE_LEVEL = 96; // of 127
 
-// Writes a square wave of constant loudness, as a mono 8-bit WAV.
+// Writes a square wave of constant loudness, as a mono 8-bit WAV; what the file is called
+// does not matter to the player.
 inline void writeTone(const std::string &path, int seconds) {
     constexpr std::uint32_t RATE = 11025;
     constexpr std::uint32_t PERIOD = 32; // samples
