@@ -1,0 +1,191 @@
+// Small models drawn for real, off-screen, and looked at pixel by pixel.
+#include "renderer/lwoRenderer.h"
+#include "tests/support/chunkWriter.h"
+#include "tools/offscreenGlut.h"
+
+#include <GL/glut.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+using Color = std::array<int, 3>;
+
+constexpr int SIDE = 64; // pixels of the picture, which shows -1 to 1 both ways
+
+constexpr Color RED = {255, 0, 0};
+constexpr Color GREEN = {0, 255, 0};
+constexpr Color BLUE = {0, 0, 255};
+constexpr Color WHITE = {255, 255, 255};
+
+// ---------------------------------------------------------------------------- models
+
+// The square from (-1, -1) to (1, 1), facing +z unless turned, in one surface named "skin".
+static std::string square(const std::string &surface, bool turned = false) {
+    const std::string corners =
+        turned ? vx(0) + vx(3) + vx(2) + vx(1) : vx(0) + vx(1) + vx(2) + vx(3);
+    const std::string uv = vx(0) + f4(0) + f4(0) + vx(1) + f4(1) + f4(0) + vx(2) + f4(1) + f4(1) +
+                           vx(3) + f4(0) + f4(1);
+    return form("LWO2",
+                chunk("TAGS", s0("skin")) +
+                    chunk("PNTS", f4(-1, -1, 0) + f4(1, -1, 0) + f4(1, 1, 0) + f4(-1, 1, 0)) +
+                    chunk("VMAP", "TXUV" + u2(2) + s0("skin") + uv) +
+                    chunk("POLS", "FACE" + u2(4) + corners) +
+                    chunk("PTAG", "SURF" + vx(0) + vx(0)) +
+                    chunk("CLIP", u4(1) + sub("STIL", s0("skin.tga"))) +
+                    chunk("SURF", s0("skin") + s0("") + surface));
+}
+
+static std::string color(float r, float g, float b) {
+    return sub("COLR", f4(r, g, b) + vx(0));
+}
+
+static std::string uvTexture() {
+    const std::string header = s0("a") + sub("CHAN", "COLR");
+    return sub("BLOK", "IMAP" + u2(static_cast<unsigned>(header.size())) + header +
+                           sub("PROJ", u2(5)) + sub("IMAG", vx(1)) + sub("VMAP", s0("skin")));
+}
+
+// ---------------------------------------------------------------------------- images
+
+constexpr unsigned TGA_TRUE_COLOR = 2;
+constexpr unsigned TGA_RUN_LENGTH = 8;
+
+static std::string bgr(const Color &c, bool alpha) {
+    const auto byte = [](int value) { return u1(static_cast<unsigned>(value)); };
+    return byte(c[2]) + byte(c[1]) + byte(c[0]) + (alpha ? u1(255) : "");
+}
+
+// 8 x 8 pixels in four blocks, as one looks at it: blue white above red green.
+static std::string fourBlocks(bool topFirst, bool alpha, bool runs) {
+    const Color blocks[2][2] = {{RED, GREEN}, {BLUE, WHITE}};
+    std::string pixels;
+    for (std::size_t row = 0; row < 8; row++)
+        for (const Color &block : blocks[(row < 4) == topFirst ? 1 : 0])
+            for (int pixel = 0; pixel < (runs ? 1 : 4); pixel++)
+                pixels += (runs ? u1(0x83) : "") + bgr(block, alpha);
+    return u1(0) + u1(0) + u1(TGA_TRUE_COLOR | (runs ? TGA_RUN_LENGTH : 0)) + std::string(9, '\0') +
+           u1(8) + u1(0) + u1(8) + u1(0) + u1(alpha ? 32 : 24) +
+           u1((topFirst ? 0x20 : 0) | (alpha ? 8 : 0)) + pixels;
+}
+
+// --------------------------------------------------------------------------- picture
+
+static void openContext() {
+    static bool open = false;
+    if (!open) {
+        offscreenScreen(SIDE, SIDE);
+        glutFullScreen();
+        glutCreateWindow("pictures");
+        glViewport(0, 0, SIDE, SIDE);
+        glEnable(GL_LIGHT0);
+        glEnable(GL_DEPTH_TEST);
+        open = true;
+    }
+    glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+}
+
+static st_lwoObj *load(const std::string &model) {
+    const std::string path = testing::TempDir() + "picture.lwo";
+    writeFile(path, model);
+    return newLwoObj(path.c_str(), 1);
+}
+
+// The pixel at x, y of the drawn picture, in the picture's own -1 to 1, y up.
+static Color pixelAt(double x, double y) {
+    std::vector<unsigned char> rgb(std::size_t{SIDE} * SIDE * 3);
+    offscreenReadPixels(rgb.data());
+    const auto column = static_cast<std::size_t>((x + 1) / 2 * SIDE);
+    const auto row = static_cast<std::size_t>((1 - y) / 2 * SIDE);
+    const std::size_t at = (row * SIDE + column) * 3;
+    return {rgb[at], rgb[at + 1], rgb[at + 2]};
+}
+
+static void expectNear(const Color &seen, const Color &expected, const char *where) {
+    for (std::size_t k = 0; k < 3; k++)
+        EXPECT_NEAR(seen[k], expected[k], 2) << where << ", component " << k;
+}
+
+TEST(Picture, textureStandsUprightHoweverItsFileIsLaidOut) {
+    for (const bool topFirst : {false, true})
+        for (const bool alpha : {false, true})
+            for (const bool runs : {false, true}) {
+                SCOPED_TRACE(testing::Message() << "top first " << topFirst << ", alpha " << alpha
+                                                << ", runs " << runs);
+                openContext();
+                writeFile(testing::TempDir() + "skin.tga", fourBlocks(topFirst, alpha, runs));
+                st_lwoObj *model = load(square(color(1, 1, 1) + uvTexture()));
+                ASSERT_NE(model, nullptr);
+                drawLwo(model, 0);
+                EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+                expectNear(pixelAt(-0.5, -0.5), RED, "bottom left");
+                expectNear(pixelAt(0.5, -0.5), GREEN, "bottom right");
+                expectNear(pixelAt(-0.5, 0.5), BLUE, "top left");
+                expectNear(pixelAt(0.5, 0.5), WHITE, "top right");
+            }
+}
+
+TEST(Picture, surfaceColorTintsItsTexture) {
+    openContext();
+    writeFile(testing::TempDir() + "skin.tga", fourBlocks(false, false, false));
+    st_lwoObj *model = load(square(color(0.5F, 0.25F, 0) + uvTexture()));
+    ASSERT_NE(model, nullptr);
+    drawLwo(model, 0);
+    // Headlight and global ambient together: 1.2 times the colour.
+    expectNear(pixelAt(0.5, 0.5), {153, 77, 0}, "white texels");
+    expectNear(pixelAt(-0.5, 0.5), {0, 0, 0}, "blue texels");
+}
+
+TEST(Picture, facesTowardTheEyeAreLitAndFacesTurnedAwayAreDark) {
+    for (const bool turned : {false, true}) {
+        openContext();
+        st_lwoObj *model = load(square(color(0.5F, 0.25F, 0), turned));
+        ASSERT_NE(model, nullptr);
+        drawLwo(model, 0);
+        expectNear(pixelAt(0, 0), turned ? Color{26, 13, 0} : Color{153, 77, 0},
+                   turned ? "turned" : "facing");
+    }
+}
+
+TEST(Picture, unlitModelShowsItsOwnColor) {
+    openContext();
+    st_lwoObj *model = load(square(color(0.5F, 0.25F, 0)));
+    ASSERT_NE(model, nullptr);
+    model->rObjs[0].lighting = 0;
+    drawLwo(model, 0);
+    expectNear(pixelAt(0, 0), {128, 64, 0}, "unlit");
+}
+
+TEST(Picture, cornerColorsShowOnceTheBuffersAreSwitched) {
+    st_lwoObj *model = load(square(color(1, 1, 1)));
+    ASSERT_NE(model, nullptr);
+    model->rObjs[0].lighting = 0;
+    st_subObj &skin = model->rObjs[0].subObjs[0];
+    const float green[4] = {0, 1, 0, 1};
+    for (std::size_t k = 0; k < COLOR_ROOM; k++)
+        skin.colors[1][1][k] = green[k % 4];
+    skin.useColorArray = 1;
+    skin.colorsDirty = 1;
+    switchBuffers(&skin, nullptr);
+    openContext();
+    drawLwo(model, 0);
+    expectNear(pixelAt(0.5, -0.5), GREEN, "green corners");
+}
+
+TEST(Picture, transformMovesTurnsAndScalesInThatOrder) {
+    openContext();
+    st_lwoObj *model = load(square(color(1, 1, 1)));
+    ASSERT_NE(model, nullptr);
+    model->position[0] = 0.5F;
+    model->rotAxis[2] = 1.0F;
+    model->rotAngle = 90.0F;
+    model->scale[0] = 0.1F; // along y once turned
+    model->scale[1] = 0.3F;
+    drawLwo(model, 0);
+    expectNear(pixelAt(0.5, 0), WHITE, "middle");
+    expectNear(pixelAt(0.75, 0.05), WHITE, "right end");
+    expectNear(pixelAt(0.5, 0.2), {0, 0, 0}, "above");
+    expectNear(pixelAt(0.1, 0), {0, 0, 0}, "left of it");
+}

@@ -1,0 +1,135 @@
+// recordShow on the default set: the pictures are there, complete and the same each time.
+#include "tests/support/childProcess.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <set>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Picture {
+    unsigned width = 0;
+    unsigned height = 0;
+    std::vector<unsigned char> rgb;
+};
+
+} // namespace
+
+static Picture readPng(const std::string &path) {
+    Picture picture;
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, path.c_str()) == 0)
+        return picture;
+    image.format = PNG_FORMAT_RGB;
+    picture.rgb.resize(PNG_IMAGE_SIZE(image));
+    png_image_finish_read(&image, nullptr, picture.rgb.data(), 0, nullptr);
+    picture.width = image.width;
+    picture.height = image.height;
+    return picture;
+}
+
+static int recordShow(std::vector<std::string> arguments, const std::string &output) {
+    arguments.insert(arguments.begin(), RECORD_SHOW);
+    return runChild(arguments, SHOW_DIR, {"LIBGL_ALWAYS_SOFTWARE=1"}, output);
+}
+
+// A folder of the test's own, empty.
+static std::string freshDirectory(const std::string &name) {
+    const std::string directory = testing::TempDir() + name;
+    fs::remove_all(directory);
+    fs::create_directories(directory);
+    return directory;
+}
+
+// How much of a picture has exactly this colour.
+static double shareOf(const Picture &picture, const unsigned char (&color)[3]) {
+    std::size_t same = 0;
+    for (std::size_t at = 0; at < picture.rgb.size(); at += 3)
+        same += std::equal(color, color + 3, picture.rgb.begin() + static_cast<std::ptrdiff_t>(at));
+    return static_cast<double>(same) * 3.0 / static_cast<double>(picture.rgb.size());
+}
+
+static std::size_t colorCount(const Picture &picture) {
+    std::set<std::vector<unsigned char>> colors;
+    for (std::size_t at = 0; at < picture.rgb.size(); at += 3)
+        colors.insert({picture.rgb[at], picture.rgb[at + 1], picture.rgb[at + 2]});
+    return colors.size();
+}
+
+TEST(RecordShow, everyLandmarkIsAFullPictureAndNoneLooksLikeAnother) {
+    const std::string directory = freshDirectory("stills");
+    const std::string output = directory + "/output.txt";
+    ASSERT_EQ(recordShow({"--stills", "0,999,1200,1500,3000,9000,12000,17000,17900,18750",
+                          directory, "--size", "320x240"},
+                         output),
+              0)
+        << readText(output);
+    std::set<std::vector<unsigned char>> pictures;
+    for (const char *name : {"00000", "00999", "01200", "01500", "03000", "09000", "12000", "17000",
+                             "17900", "18750"}) {
+        const std::string path = directory + "/frame" + name + ".png";
+        EXPECT_NE(readText(output).find(path + "\n"), std::string::npos);
+        const Picture picture = readPng(path);
+        ASSERT_EQ(picture.width, 320U) << path;
+        ASSERT_EQ(picture.height, 240U) << path;
+        EXPECT_GT(colorCount(picture), 200U) << path;
+        // The clear colour: where it shows, the set does not fill the view.
+        EXPECT_LT(shareOf(picture, {77, 77, 77}), 0.001) << path;
+        pictures.insert(picture.rgb);
+    }
+    EXPECT_EQ(pictures.size(), 10U);
+}
+
+TEST(RecordShow, aFrameIsTheSameHoweverTheListIsCut) {
+    const std::string alone = freshDirectory("alone");
+    const std::string among = freshDirectory("among");
+    const std::string output = alone + "/output.txt";
+    ASSERT_EQ(recordShow({"--stills", "1450", alone}, output), 0) << readText(output);
+    ASSERT_EQ(recordShow({among, "--stills", "1,2,1000,1449,1450"}, output), 0) << readText(output);
+    const Picture picture = readPng(alone + "/frame01450.png");
+    ASSERT_EQ(picture.width, 800U);
+    ASSERT_EQ(picture.height, 600U);
+    EXPECT_EQ(picture.rgb, readPng(among + "/frame01450.png").rgb);
+}
+
+TEST(RecordShow, saysInOneLineWhatIsWrong) {
+    const std::string directory = freshDirectory("wrong");
+    const std::string output = testing::TempDir() + "wrongOutput.txt";
+    const struct {
+        std::vector<std::string> arguments;
+        int status;
+        std::string message;
+    } cases[] = {
+        {{}, 2, "usage: recordShow"},
+        {{"--stills", "1"}, 2, "usage: recordShow"},
+        {{"--stills", "1,,2", directory}, 1, "recordShow: frames are whole numbers"},
+        {{"--stills", "18751", directory}, 1, "recordShow: frames are whole numbers"},
+        {{"--stills", "-1", directory}, 1, "recordShow: frames are whole numbers"},
+        {{"--stills", "1", directory, "--size", "0x5"}, 1, "recordShow: a size is"},
+        {{"--stills", "1", directory, "--size", "5"}, 1, "recordShow: a size is"},
+        {{"--stills", "1", "/dev/null/x"}, 1, "recordShow: cannot make the directory"},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(recordShow(c.arguments, output), c.status) << c.message;
+        const std::string said = readText(output);
+        EXPECT_EQ(said.rfind(c.message, 0), 0U) << said;
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    }
+}
+
+TEST(RecordShow, namesTheModelThatIsMissing) {
+    const std::string directory = freshDirectory("bare");
+    const std::string output = directory + "/output.txt";
+    EXPECT_EQ(runChild({RECORD_SHOW, "--stills", "0", directory}, directory, {}, output), 1);
+    const std::string said = readText(output);
+    EXPECT_NE(said.find("lwoRenderer> Couldn't load lwo/tree3d.lwo\n"), std::string::npos);
+    EXPECT_NE(said.find("testRender: lwo/k7.lwo is needed now and could not be loaded\n"),
+              std::string::npos);
+}

@@ -1,0 +1,121 @@
+// The real testRender in a window of a virtual display.
+#include "tests/support/childProcess.h"
+#include "tests/support/toneFile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+static const char *const TITLE = "k7-orvo-----VALMORINE____2003____INVITRO-----ovro-7k";
+
+namespace {
+
+// A small virtual display with the show running in it, in a folder of its own.
+class WindowTest : public testing::Test {
+protected:
+    void SetUp() override {
+        const auto *test = testing::UnitTest::GetInstance()->current_test_info();
+        directory = testing::TempDir() + "window-" + test->name();
+        fs::remove_all(directory);
+        fs::create_directories(directory + "/msx");
+        fs::create_symlink(fs::path(SHOW_DIR) / "lwo", directory + "/lwo");
+        fs::create_symlink(fs::path(SHOW_DIR) / MUSIC, directory + "/" + MUSIC);
+
+        const std::string number = directory + "/display.txt";
+        server = startChild(
+            {"Xvfb", "-displayfd", "1", "-screen", "0", "320x240x24", "-nolisten", "tcp"},
+            directory, {}, number);
+        ASSERT_TRUE(waitUntil([&] { return readNumber(number) >= 0; })) << readText(number);
+        display = "DISPLAY=:" + std::to_string(readNumber(number));
+    }
+
+    void TearDown() override {
+        for (Child *child : {&show, &server})
+            if (child->pid > 0) {
+                signalChild(*child, SIGKILL);
+                waitChild(*child);
+            }
+    }
+
+    void startShow() {
+        show = startChild({TEST_RENDER}, directory,
+                          {display, "LIBGL_ALWAYS_SOFTWARE=1", "SDL_AUDIODRIVER=disk",
+                           "SDL_DISKAUDIOFILE=" + directory + "/heard.raw"},
+                          directory + "/show.txt");
+        ASSERT_TRUE(waitUntil([&] {
+            return xdotool({"search", "--name", TITLE}) != "";
+        })) << readText(directory + "/show.txt");
+        window = std::to_string(std::atol(xdotool({"search", "--name", TITLE}).c_str()));
+    }
+
+    // What xdotool prints.
+    std::string xdotool(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "xdotool");
+        runChild(arguments, directory, {display}, directory + "/xdotool.txt");
+        return readText(directory + "/xdotool.txt");
+    }
+
+    // The display's number is the only line that is one.
+    static int readNumber(const std::string &path) {
+        const std::string text = readText(path);
+        const std::size_t end = text.find('\n');
+        if (end == std::string::npos || text.find_first_not_of("0123456789") != end)
+            return -1;
+        return std::atoi(text.c_str());
+    }
+
+    static constexpr const char *MUSIC = "msx/ferrol_-_tamo_lani_rete.ogg";
+    std::string directory;
+    std::string display;
+    std::string window;
+    Child server;
+    Child show;
+};
+
+} // namespace
+
+TEST_F(WindowTest, fillsTheScreenIgnoresOtherKeysAndQuitsOnQ) {
+    startShow();
+    const auto fullScreen = [this] {
+        const std::string geometry = xdotool({"getwindowgeometry", window});
+        return geometry.find("Geometry: 320x240") != std::string::npos &&
+               geometry.find("Position: 0,0") != std::string::npos;
+    };
+    EXPECT_TRUE(waitUntil(fullScreen)) << xdotool({"getwindowgeometry", window});
+    xdotool({"key", "--window", window, "x", "space", "Return"});
+    EXPECT_NE(xdotool({"search", "--name", TITLE}), "");
+    xdotool({"key", "--window", window, "q"});
+    EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
+    EXPECT_EQ(readText(directory + "/show.txt").find("lwoRenderer>"), std::string::npos);
+}
+
+TEST_F(WindowTest, controlCInTheTerminalEndsIt) {
+    startShow();
+    signalChild(show, SIGINT);
+    EXPECT_EQ(waitChild(show), 128 + SIGINT);
+}
+
+// The show fades in over 257 frames; a tone in the music's place makes the fade audible.
+TEST_F(WindowTest, musicIsHeardToFadeIn) {
+    constexpr std::size_t STRETCH = 4096; // samples: two buffers of the mixer
+    const std::string heard = directory + "/heard.raw";
+    fs::remove(directory + "/" + MUSIC);
+    writeTone(directory + "/" + MUSIC, 300);
+    startShow();
+    std::vector<double> levels;
+    const double full = TONE_LEVEL / 128.0;
+    EXPECT_TRUE(waitUntil([&] {
+        levels = readLevels(heard, STRETCH);
+        return levels.size() > 8 && *std::min_element(levels.end() - 4, levels.end()) > 0.9 * full;
+    }));
+    // What sounds before the first frame sets the volume to 0 does not count.
+    const auto quietest = std::min_element(levels.begin(), levels.end());
+    EXPECT_LT(*quietest, 0.1 * full);
+    for (auto level = quietest; level + 1 != levels.end(); level++)
+        EXPECT_GE(level[1], level[0] - 0.05 * full);
+}
