@@ -98,29 +98,41 @@ struct st_lwoObj {
 // ------------------------------------------------------------- loading (loading.cpp)
 
 // Loads the model at path for contextCount (1 to 3) contexts. Returns null when the file cannot
-// be read, after one line on standard output.
+// be read, after one line on standard output; so also when the path's directory is longer than
+// st_rObj::dir holds, and when the model would take more than 4 GB.
 st_lwoObj *newLwoObj(const char *path, int contextCount);
 
 // Loads the object at path into obj->object and returns its render objects (obj->rObjCount of
-// them, owned by the caller), or null. failId and failPos are lwGetObject's.
+// them, owned by the caller), all but their colour arrays, or null. failId and failPos are
+// lwGetObject's and may be null.
 st_rObj *testload(const char *path, unsigned int *failId, int *failPos, st_lwoObj *obj,
                   int contextCount);
 
-// Returns count fresh render objects without sub-objects, owned by the caller.
+// Returns count fresh render objects without sub-objects, owned by the caller. Without memory
+// for them returns null, after a line on standard error.
 st_rObj *makeRObjs(int count);
 
 // ------------------------------------------- building sub-objects (subObjects.cpp)
 
 // Fills rObj's sub-objects from the layer at position layerIndex (0 the first) of the object.
+// Some names are changed in the object's surfaces on the way: "mur3-?_front" becomes "mur3-?",
+// "ovre-plan" becomes "ovre_plan", and longer ones are cut to 31 characters. Never returns when
+// a surface has two colour textures.
 void makeSubObjs(st_lwObject *object, st_rObj *rObj, int layerIndex);
+
+// Returns 1 when the sub-objects of all the object's layers would fit a limit of 4 GB, else 0.
+// Changes names like makeSubObjs.
+int subObjsFit(st_lwObject *object);
 
 // ------------------------------------------------------------ textures (textures.cpp)
 
-// Loads the image of every clip of the object, looked up in dir. Returns the table, owned by
-// the caller, or null when the object has no clips.
+// Loads the image of every clip of the object, looked up in dir under the clip's file name
+// without its directory. Returns the table, owned by the caller, or null when the object has no
+// clips.
 st_texTable *loadTextures(st_lwObject *object, const char *dir, int contextCount);
 
-// Makes the OpenGL textures of obj for a context and hands their names to the sub-objects.
+// Makes the OpenGL textures of obj for a context, which must be current, and hands their names
+// to the sub-objects. Images that are not true-colour make none.
 void initTextures(st_lwoObj *obj, int context);
 
 // Turns t into 1 - t where the sub-object's image is stored top row first. renderObject is the
@@ -129,9 +141,20 @@ void flipTexture(st_subObj *subObj, void *renderObject);
 
 // -------------------------------------------------------------- drawing (drawing.cpp)
 
+// Draws the model in the current context, which is number context (0 to 2, below the count that
+// the model was loaded for); its first draw there makes its textures. Leaves GL_TEXTURE_2D on,
+// GL_NORMALIZE and GL_COLOR_MATERIAL off, lighting as the last render object set it, and culling
+// off after a lit one.
 void drawLwo(st_lwoObj *obj, int context);
+
+// Draws one layer: its visible sub-objects, triangles before quads, empty arrays too. Hands over
+// to renderCelShading when that is on.
 void renderRObj(st_rObj *rObj, int context);
+
+// Draws a line for the normal of every vertex of the visible sub-objects. Leaves lighting off.
 void renderRObjNormals(st_rObj *rObj, int context);
+
+// Sets up separate client arrays for vertices in the plain layout with RGBA colors.
 void setupVarrays(float *vertices, float *colors);
 
 // Reports one pending OpenGL error on standard error; tag says where, null counts as "".
@@ -142,9 +165,19 @@ void checkGLError(const char *tag);
 // Operations on one sub-object, for forAllSubObjsDo. The cycle: fillColor writes the back
 // buffer, switchBuffers shows it, copyCarrays brings the new back buffer up to date.
 
+// Allocates the four colour arrays, zeroed; those of no primitives stay null.
 void setupCarrays(st_subObj *subObj, void *argument);
+
+// argument points at the float[4] that fills the back buffer; drawing with colours is switched
+// on. Null arrays are skipped.
+void fillColor(st_subObj *subObj, void *argument);
+
+// Shows the back buffer if new colours wait in it.
 void switchBuffers(st_subObj *subObj, void *argument);
+
+// Copies the front buffer to the back; new colours that waited there are lost.
 void copyCarrays(st_subObj *subObj, void *argument);
+
 // argument points at the int that becomes useColorArray.
 void toggleCobra(st_subObj *subObj, void *argument);
 

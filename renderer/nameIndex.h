@@ -1,0 +1,35 @@
+// Which sub-objects a polygon belongs to: those whose name is its surface's. An object's
+// surfaces and the sub-objects made from them stand in the same order, so one index of the
+// surfaces' names serves every layer; it replaces comparing each polygon with each sub-object.
+//
+// Inside the renderer only.
+//   st_nameIndex index = makeNameIndex(object);
+//   const st_nameRange range = findSubObjs(&index, polygon);
+//   for (const st_namedSubObj *match = range.first; match != range.last; match++)
+//       ... subObjs[match->subObj] ...
+//   freeNameIndex(&index);
+#pragma once
+
+#include "reader/lwo2.h"
+
+struct st_namedSubObj {
+    const char *name; // the surface's; "" when it has none
+    int subObj;       // index
+};
+
+struct st_nameIndex {
+    int count;
+    st_namedSubObj *entries; // owned; ascending by name, those of one name by sub-object
+};
+
+struct st_nameRange {
+    const st_namedSubObj *first;
+    const st_namedSubObj *last; // one past the last
+};
+
+// Names must not change while the index is in use.
+st_nameIndex makeNameIndex(const st_lwObject *object);
+void freeNameIndex(st_nameIndex *index);
+
+// The polygon's sub-objects, ascending; none for a polygon without surface.
+st_nameRange findSubObjs(const st_nameIndex *index, const st_lwPolygon *polygon);

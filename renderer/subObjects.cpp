@@ -1,0 +1,256 @@
+// Splits a layer into sub-objects, one per surface of the object: counts the triangles and
+// quads of each, then packs their corners in the order of the polygons.
+#include "renderer/lwoRenderer.h"
+
+#include "renderer/memory.h"
+#include "renderer/nameIndex.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+constexpr int TRI_FLOATS = 3 * VERTEX_ROOM;
+constexpr int QUAD_FLOATS = 4 * VERTEX_ROOM;
+
+// Largest model that is built. Sub-objects multiply (surfaces by layers, polygons by surfaces of
+// one name), so without a limit a small file could ask for all memory there is.
+constexpr double MAX_MODEL_BYTES = 4e9;
+constexpr int MAX_LAYERS = 0x10000; // layer numbers have 16 bits
+
+// Packs floats into an array. The cursor counts on where the room ends.
+struct st_floatWriter {
+    float *floats;
+    std::int64_t cursor; // floats written
+    std::int64_t room;   // floats
+};
+
+// The writers of one sub-object.
+struct st_subObjWriter {
+    st_floatWriter tris;
+    st_floatWriter quads;
+};
+
+// -------------------------------------------------------------------------- surfaces
+
+// Two families of surfaces carry another name than the UV map that belongs to them. Names are
+// changed in the surface itself, so that its polygons still find the sub-object.
+static void applyNameRules(char *name) {
+    if (name == nullptr)
+        return;
+    if (std::strlen(name) == 12 && std::strncmp(name, "mur3-", 5) == 0 &&
+        std::strcmp(name + 6, "_front") == 0)
+        name[6] = '\0';
+    else if (std::strcmp(name, "ovre-plan") == 0)
+        name[4] = '_';
+    if (std::strlen(name) >= sizeof(st_subObj::name))
+        name[sizeof(st_subObj::name) - 1] = '\0';
+}
+
+static void copyTexture(st_subObj *subObj, const st_lwTexture *texture) {
+    if (texture->type != lwID("IMAP"))
+        return;
+    subObj->projection = texture->param.imageMap.projection;
+    subObj->clipIndex = texture->param.imageMap.clipIndex;
+}
+
+static void initSubObj(st_subObj *subObj, st_lwSurface *surface) {
+    subObj->visible = 1;
+    subObj->textured = 1;
+    applyNameRules(surface->name);
+    if (surface->name != nullptr)
+        std::memcpy(subObj->name, surface->name, std::strlen(surface->name));
+    std::copy_n(surface->color.rgb, 3, subObj->fillColor);
+    const st_lwTexture *texture = surface->color.textures;
+    if (texture == nullptr)
+        return;
+    // Never ends when the texture has a successor, for the list is not advanced: deliberate, a
+    // surface may have one colour texture. The volatile read makes the endless loop a legal one.
+    st_lwTexture *const volatile &next = texture->next;
+    do
+        copyTexture(subObj, texture);
+    while (next != nullptr);
+}
+
+static void initSubObjs(const st_lwObject *object, st_rObj *rObj) {
+    rObj->subObjCount = object->surfaceCount;
+    rObj->subObjs =
+        static_cast<st_subObj *>(allocateZeroed(object->surfaceCount, sizeof(st_subObj)));
+    st_lwSurface *surface = object->surfaces;
+    for (int i = 0; i < rObj->subObjCount && surface != nullptr; i++, surface = surface->next)
+        initSubObj(&rObj->subObjs[i], surface);
+}
+
+// -------------------------------------------------------------------------- counting
+
+static void countPolygons(const st_lwPolygonList *polygonList, const st_nameIndex *index,
+                          st_subObj *subObjs) {
+    for (int i = 0; i < polygonList->count; i++) {
+        const st_lwPolygon *polygon = &polygonList->polygons[i];
+        const st_nameRange range = findSubObjs(index, polygon);
+        for (const st_namedSubObj *match = range.first; match != range.last; match++) {
+            if (polygon->vertexCount == 3)
+                subObjs[match->subObj].triCount++;
+            else if (polygon->vertexCount == 4)
+                subObjs[match->subObj].quadCount++;
+        }
+    }
+}
+
+// Zeroed, as corners without texture coordinates leave the end of a quad array open.
+static st_floatWriter makeWriter(int primitiveCount, int primitiveFloats) {
+    st_floatWriter writer = {};
+    writer.room = static_cast<std::int64_t>(primitiveCount) * primitiveFloats;
+    writer.floats = static_cast<float *>(allocateZeroed(writer.room, sizeof(float)));
+    return writer;
+}
+
+// Returns the writers, owned by the caller; the arrays go to the sub-objects.
+static st_subObjWriter *allocateArrays(st_rObj *rObj) {
+    st_subObjWriter *writers =
+        static_cast<st_subObjWriter *>(allocateZeroed(rObj->subObjCount, sizeof(st_subObjWriter)));
+    for (int i = 0; i < rObj->subObjCount; i++) {
+        st_subObj *subObj = &rObj->subObjs[i];
+        writers[i].tris = makeWriter(subObj->triCount, TRI_FLOATS);
+        writers[i].quads = makeWriter(subObj->quadCount, QUAD_FLOATS);
+        subObj->tris = writers[i].tris.floats;
+        subObj->quads = writers[i].quads.floats;
+    }
+    return writers;
+}
+
+// --------------------------------------------------------------------------- filling
+
+static void writeFloats(st_floatWriter *writer, const float *floats, int count) {
+    const std::int64_t fitting = std::min<std::int64_t>(count, writer->room - writer->cursor);
+    if (fitting > 0)
+        std::copy_n(floats, fitting, writer->floats + writer->cursor);
+    writer->cursor += count;
+}
+
+static const st_lwVMapRef *findMap(const st_lwVMapRef *refs, int count, const char *name,
+                                   bool perPolygonToo) {
+    for (int i = 0; i < count; i++) {
+        const st_lwVMap *vmap = refs[i].vmap;
+        if ((perPolygonToo || !vmap->perPolygon) &&
+            std::strcmp(vmap->name != nullptr ? vmap->name : "", name) == 0)
+            return &refs[i];
+    }
+    return nullptr;
+}
+
+// What a corner without a map gets: a quad zeros, a triangle large random numbers.
+static void writeUnmapped(st_floatWriter *writer, bool isQuad) {
+    float st[2] = {};
+    if (!isQuad)
+        for (float &coordinate : st)
+            coordinate = static_cast<float>(std::rand());
+    writeFloats(writer, st, 2);
+}
+
+// A map of any dimension is written whole. The point's maps are not consulted for a corner that
+// has maps of its own, even if none of those has the name.
+static void writeTexCoords(st_floatWriter *writer, const st_lwPolygonVertex *vertex,
+                           const st_lwPoint *point, const char *name, bool isQuad) {
+    const st_lwVMapRef *ref = vertex->vmapCount > 0
+                                  ? findMap(vertex->vmapRefs, vertex->vmapCount, name, true)
+                                  : findMap(point->vmapRefs, point->vmapCount, name, false);
+    if (ref != nullptr) {
+        if (ref->vmap->dimension > 0)
+            writeFloats(writer, ref->vmap->values[ref->index], ref->vmap->dimension);
+        return;
+    }
+    // In a quad a per-polygon map among the point's counts as found and gives nothing, so that
+    // the floats behind it move up by two; deliberate.
+    if (isQuad && vertex->vmapCount == 0 &&
+        findMap(point->vmapRefs, point->vmapCount, name, true) != nullptr)
+        return;
+    writeUnmapped(writer, isQuad);
+}
+
+static void writePolygon(st_floatWriter *writer, const st_subObj *subObj,
+                         const st_lwPolygon *polygon, const st_lwPoint *points) {
+    for (int i = 0; i < polygon->vertexCount; i++) {
+        const st_lwPolygonVertex *vertex = &polygon->vertices[i];
+        const st_lwPoint *point = &points[vertex->index];
+        if (subObj->projection == LW_PROJECTION_UV)
+            writeTexCoords(writer, vertex, point, subObj->name, polygon->vertexCount == 4);
+        writeFloats(writer, vertex->normal, 3);
+        writeFloats(writer, point->position, 3);
+    }
+}
+
+static void reportOverrun(const st_floatWriter *writer, int subObj, const char *what) {
+    if (writer->cursor > writer->room)
+        std::printf("lwoRenderer> %d: %s storage overconsumed (%d > %d)\n", subObj, what,
+                    static_cast<int>(std::min<std::int64_t>(writer->cursor, INT_MAX)),
+                    static_cast<int>(writer->room));
+}
+
+static void fillArrays(const st_lwLayer *layer, const st_nameIndex *index, const st_rObj *rObj,
+                       st_subObjWriter *writers) {
+    for (int i = 0; i < layer->polygonList.count; i++) {
+        const st_lwPolygon *polygon = &layer->polygonList.polygons[i];
+        const st_nameRange range = findSubObjs(index, polygon);
+        for (const st_namedSubObj *match = range.first; match != range.last; match++) {
+            const st_subObj *subObj = &rObj->subObjs[match->subObj];
+            st_subObjWriter *writer = &writers[match->subObj];
+            if (polygon->vertexCount == 3)
+                writePolygon(&writer->tris, subObj, polygon, layer->pointList.points);
+            else if (polygon->vertexCount == 4)
+                writePolygon(&writer->quads, subObj, polygon, layer->pointList.points);
+            reportOverrun(&writer->tris, match->subObj, "Triangles");
+            reportOverrun(&writer->quads, match->subObj, "Quads");
+        }
+    }
+}
+
+// ------------------------------------------------------------------------ the builder
+
+static const st_lwLayer *findLayer(const st_lwObject *object, int layerIndex) {
+    const st_lwLayer *layer = object->layers;
+    for (int i = 0; i < layerIndex; i++)
+        layer = layer->next;
+    return layer;
+}
+
+void makeSubObjs(st_lwObject *object, st_rObj *rObj, int layerIndex) {
+    const st_lwLayer *layer = findLayer(object, layerIndex);
+    initSubObjs(object, rObj);
+    st_nameIndex index = makeNameIndex(object);
+    countPolygons(&layer->polygonList, &index, rObj->subObjs);
+    st_subObjWriter *writers = allocateArrays(rObj);
+    fillArrays(layer, &index, rObj, writers);
+    std::free(writers);
+    freeNameIndex(&index);
+}
+
+// The largest number of surfaces that bear one name.
+static int countNamesakes(const st_lwObject *object) {
+    st_nameIndex index = makeNameIndex(object);
+    int most = 0;
+    int run = 0;
+    for (int i = 0; i < index.count; i++) {
+        const bool isSame =
+            i > 0 && std::strcmp(index.entries[i].name, index.entries[i - 1].name) == 0;
+        run = isSame ? run + 1 : 1;
+        most = std::max(most, run);
+    }
+    freeNameIndex(&index);
+    return most;
+}
+
+int subObjsFit(st_lwObject *object) {
+    for (st_lwSurface *surface = object->surfaces; surface != nullptr; surface = surface->next)
+        applyNameRules(surface->name);
+    double polygonCount = 0;
+    for (const st_lwLayer *layer = object->layers; layer != nullptr; layer = layer->next)
+        polygonCount += layer->polygonList.count;
+    const double subObjCount = static_cast<double>(object->layerCount) * object->surfaceCount;
+    const double polygonBytes = (QUAD_FLOATS + 2 * COLOR_ROOM) * sizeof(float);
+    return object->layerCount <= MAX_LAYERS &&
+           subObjCount * sizeof(st_subObj) + polygonCount * countNamesakes(object) * polygonBytes <=
+               MAX_MODEL_BYTES;
+}
