@@ -1,0 +1,113 @@
+// What the files of the object reader share among themselves: the walk over the chunks of a
+// form, the walk over the sub-chunks of a chunk, and a few small steps. Other rooms use
+// lwo2.h only.
+//
+// A step that fails while a record is read, whatever the reason, leaves get_flen() negative:
+// that is how the walks, and through them the load, come to know of it.
+#pragma once
+
+#include "reader/lwo2.h"
+
+// ------------------------------------------------------------------ chunks of a form
+
+// An object file while it is read.
+struct st_form {
+    std::FILE *file;      // null once closed
+    unsigned int type;    // LWO2 or LWOB; 0 when the file is no form at all
+    unsigned int size;    // bytes behind the form's own 8-byte header, as the file says
+    unsigned int chunkID; // of the latest chunk header; FORM before the first
+    int chunkSize;        // of the latest chunk's body, rounded up to even
+};
+
+// Opens an object file and reads its 12-byte header. False, with nothing left open, when
+// there is no such file or it is shorter than that.
+bool openForm(const char *path, st_form *form);
+
+// Closes a form that is of no use here and reports position 12; failpos may be null. Null.
+st_lwObject *refuseForm(st_form *form, int *failpos);
+
+// Reads the next chunk header. False when the file ends within it, or when the chunk claims
+// more than a signed size can say.
+bool readChunkHeader(st_form *form);
+
+// Whether the chunks read so far fill the form. Its size is taken at its word.
+bool atFormEnd(const st_form *form);
+
+void closeForm(st_form *form);
+
+// The one way out of a failed load: reports the latest chunk and, while the file is open, the
+// position; closes the file, frees the object. object, failID and failpos may be null. Null.
+st_lwObject *abandonForm(st_form *form, st_lwObject *object, unsigned int *failID, int *failpos);
+
+// ------------------------------------------------------------- sub-chunks of a chunk
+
+// What becomes of a sub-chunk that runs past the end of its chunk.
+enum lwOverrun { OVERRUN_ALLOWED, OVERRUN_FAILS };
+
+// A walk over sub-chunks (4-byte ID, 2-byte length, padded to even):
+//   st_subChunks subs = beginSubChunks(file, size, OVERRUN_ALLOWED);
+//   record->name = getS0(file);              // what precedes the first sub-chunk, if anything
+//   while (nextSubChunk(&subs))
+//       readOne(file, subs.id, subs.length, record);
+//   if (subs.failed) ...
+// What a sub-chunk's reader leaves unread is skipped, an unknown one as a whole.
+struct st_subChunks {
+    std::FILE *file;
+    long start;        // file position from which size counts
+    int size;          // bytes the sub-chunks fill
+    lwOverrun overrun; // past those bytes
+    unsigned int id;   // of the sub-chunk at hand
+    int length;        // of the sub-chunk at hand, padded to even
+    bool begun;        // a sub-chunk is at hand
+    bool failed;
+};
+
+// Starts a walk over the size bytes from the file's position; resets flen.
+st_subChunks beginSubChunks(std::FILE *file, int size, lwOverrun overrun);
+
+// Ends the sub-chunk at hand and reads the header of the next one; flen then counts the bytes
+// of its body. False at the end, where flen counts the bytes since the start, and on failure:
+// a negative flen, a sub-chunk read beyond its length, a header cut short. The first header
+// is read unconditionally, whatever the size.
+bool nextSubChunk(st_subChunks *subs);
+
+// -------------------------------------------------------------------- new records
+
+// Zeroed but for contrast, brightness, saturation and gamma, which are 1 (clip). Null without
+// memory.
+st_lwClip *newClip();
+
+// Of the given type, enabled, opaque, of size 1, 1, 1 (texture). Null without memory.
+st_lwTexture *newTexture(unsigned int type);
+
+// -------------------------------------------------------------------- small steps
+
+// U2, for the int fields of records.
+int getCode(std::FILE *file);
+
+// F4 value, VX envelope.
+void getEnvValue(std::FILE *file, st_lwEnvValue *target);
+
+// Three F4.
+void getVector(std::FILE *file, float vector[3]);
+
+// The bytes of a sub-chunk of the given length that flen does not count yet: an owned block.
+// A sub-chunk already overrun fails.
+void *getRest(std::FILE *file, int length);
+
+// Reads a filter's sub-chunk of the given length: S0 name, U2 flags, the rest as data. The
+// record is the caller's also when flen says that the read failed; null without memory.
+st_lwPlugin *getFilter(std::FILE *file, int length);
+
+// Puts an owned string or block, which may be null, in the place of the one before.
+void replaceString(char **place, char *string);
+void replaceBlock(void **place, void *block);
+
+// An owned copy, never null for lack of a string: null is taken for "". Null without memory.
+char *copyString(const char *string);
+
+// strcmp that takes null, as which an empty string is read, for "".
+int compareStrings(const char *a, const char *b);
+
+// Moves a memory cursor over a variable-length index; false when the bytes end within it.
+bool skipVX(unsigned char **cursor, const unsigned char *end);
