@@ -168,7 +168,7 @@ struct st_lwTexture {
 struct st_lwSurface {
     st_lwSurface *next;
     st_lwSurface *prev;
-    char *name;    // owned; null when the file has an empty name
+    char *name;    // owned; null when the file has an empty name, "" in a nameless default
     char *srcName; // owned; may be null
     st_lwColorChannel color;
     st_lwValueChannel luminosity;
@@ -410,12 +410,32 @@ struct st_lwObject {
 };
 
 // ------------------------------------------------------------------ object (lwo2)
+//
+// Every lwFree... function accepts null and half-read records. The other functions take valid
+// pointers unless they say otherwise.
 
+// Loads an object file of layout LWO2. The caller owns the object.
+// Chunks read: LAYR PNTS POLS VMAP VMAD PTAG TAGS ENVL CLIP SURF BBOX; others are skipped.
+// Null when the file
+//   cannot be opened or is shorter than 12 bytes: failID and failpos are not touched;
+//   is not a form of a known type: *failpos is 12;
+//   cannot be read to its end: *failID is the ID of the latest chunk, *failpos the file
+//   position; where all chunks were read but do not fit together (an index outside its list)
+//   *failpos is not touched.
+// failID and failpos may be null.
 st_lwObject *lwGetObject(const char *path, unsigned int *failID, int *failpos);
+
+// Frees an object and all that it owns.
 void lwFreeObject(st_lwObject *object);
+
+// Frees a layer and all that it owns.
 void lwFreeLayer(st_lwLayer *layer);
 
 // ------------------------------------------------- big-endian chunk reading (lwio)
+//
+// All readers share one counter, flen: each adds the bytes it consumed. A failed read makes it
+// READ_FAILED, and then every reader does nothing and gives 0 or null until the next set_flen;
+// so a sequence of reads is checked once, at its end, by get_flen() < 0.
 
 // What get_flen gives after a read has failed, until the next set_flen.
 constexpr int READ_FAILED = INT32_MIN;
@@ -423,18 +443,34 @@ constexpr int READ_FAILED = INT32_MIN;
 void set_flen(int count);
 int get_flen();
 
+// Reads a block of size bytes, which the caller owns. Two zero bytes follow it in memory, so
+// that a string in it has an end. Null, and READ_FAILED, for a negative size and for one
+// beyond the end of the file (found out before memory is asked for), and without memory.
 void *getbytes(std::FILE *file, int size);
+
+// Moves the file position; like any seek it may pass the end of the file, where the next read
+// fails. A negative count goes back.
 void skipbytes(std::FILE *file, int count);
+
+// Signed and unsigned numbers of 1, 2 and 4 bytes, and an IEEE single.
 int getI1(std::FILE *file);
 int getI2(std::FILE *file);
 int getI4(std::FILE *file);
 unsigned int getU1(std::FILE *file);
 unsigned int getU2(std::FILE *file);
 unsigned int getU4(std::FILE *file);
-int getVX(std::FILE *file);
 float getF4(std::FILE *file);
+
+// Variable-length index: 2 bytes below 0xFF00, else 0xFF and a 24-bit number. Does not notice
+// the end of the file: bytes past it count as read and are 0.
+int getVX(std::FILE *file);
+
+// String with its zero byte, padded to even length. The caller owns it; an empty one is null.
 char *getS0(std::FILE *file);
 
+// The same from memory. They advance the cursor, but for sgetI1 and sgetU1, which leave it
+// where it is: that is deliberate. No bounds are checked, the caller knows that the bytes
+// are there (for an odd string its pad byte, too).
 int sgetI1(unsigned char **cursor);
 int sgetI2(unsigned char **cursor);
 int sgetI4(unsigned char **cursor);
@@ -445,6 +481,7 @@ int sgetVX(unsigned char **cursor);
 float sgetF4(unsigned char **cursor);
 char *sgetS0(unsigned char **cursor);
 
+// Reverses the bytes of each element in place. buffer may be null when there are no elements.
 void revbytes(void *buffer, int elementSize, int elementCount);
 
 // ------------------------------------------------------------------- lists (list)
@@ -452,73 +489,177 @@ void revbytes(void *buffer, int elementSize, int elementCount);
 // A list is a pointer to its first record, null when empty; every record begins with next
 // and prev. Made in list.cpp for each record kind that lives in a list.
 
+// Calls freeRecord for each record from first to last. list may be null.
 template <typename Record> void _lwListFree(Record *list, void (*freeRecord)(Record *));
+
+// Appends an item, the next of which must be null.
 template <typename Record> void _lwListAdd(Record **list, Record *item);
+
+// Inserts an item before the first record for which compare(record, item) is above 0, at the
+// end if there is none: equal items stay in the order of their arrival.
 template <typename Record>
 void _lwListInsert(Record **list, Record *item, int (*compare)(Record *, Record *));
 
 // -------------------------------------------------------------- vectors (vecmath)
 
 double dot(const float a[3], const float b[3]);
+
+// result = a x b; must not be a or b.
 void cross(const float a[3], const float b[3], float result[3]);
+
+// Scales to unit length; leaves a vector alone that has no length.
 void normalize(float v[3]);
 
 // ------------------------------------------- points, polygons and tags (pntspols)
+//
+// The chunk readers start at the file position behind the chunk header and append to the list,
+// the offset of which becomes the count before. They give 1, or 0 for a chunk that cannot be
+// read, and without memory.
 
+// PNTS: F4 x, y, z for each point. A size of 1 succeeds and reads nothing: that is deliberate.
 int lwGetPoints(std::FILE *file, int size, st_lwPointList *pointList);
+
+// POLS: U4 type, then for each polygon U2 (flags in the high 6 bits, number of vertices in the
+// low 10) and a VX point index for each vertex, to which pointOffset is added. A failure frees
+// the whole polygon list. The indices are checked by lwGetPointPolygons.
 int lwGetPolygons(std::FILE *file, int size, st_lwPolygonList *polygonList, int pointOffset);
+
+// TAGS: S0 for each tag. A tag that does not end within the chunk fails.
 int lwGetTags(std::FILE *file, int size, st_lwTagList *tagList);
+
+// PTAG: U4 type, then pairs of VX polygon index, VX tag index, both counted from the lists'
+// offsets. Types other than SURF, PART and SMGP are skipped. A polygon outside the list fails.
 int lwGetPolygonTags(std::FILE *file, int size, st_lwTagList *tagList,
                      st_lwPolygonList *polygonList);
+
+// Appends zeroed polygons and vertices, and points the older polygons at their vertices, which
+// may have moved. 1, or 0 without memory, the list as it was.
 int lwAllocPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices);
 
+// The box around all points; leaves bbox alone when there are none or it is not all zero.
 void lwGetBoundingBox(st_lwPointList *pointList, float bbox[6]);
+
+// The normal of each polygon of three and more vertices, from its first, second and last one.
 void lwGetPolyNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList);
+
+// Tells each point the polygons that use it. 1, or 0 when a polygon uses a point outside the
+// list, and without memory.
 int lwGetPointPolygons(st_lwPointList *pointList, st_lwPolygonList *polygonList);
+
+// Replaces each polygon's tag index by the surface of that name; where there is none a default
+// surface is appended to the list and counted. An index equal to the number of tags gets one
+// with an empty name. With no tags at all every polygon's surface is null. 1, or 0 for an index
+// outside that, and without memory.
 int lwResolvePolySurfaces(st_lwPolygonList *polygonList, st_lwTagList *tagList,
                           st_lwSurface **surfaces, int *surfaceCount);
+
+// The normal of each corner: the polygon's, smoothed over those around the point that are of
+// the same smoothing group and within the surface's angle. Needs all of the above.
 void lwGetVertNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList);
 
+// Free what a list owns and zero the list.
 void lwFreePoints(st_lwPointList *pointList);
 void lwFreePolygons(st_lwPolygonList *polygonList);
 void lwFreeTags(st_lwTagList *tagList);
 
 // ------------------------------------------------------------- surfaces (surface)
 
+// A new surface with the default attributes, without a name. Null without memory.
 st_lwSurface *lwDefaultSurface();
+
+// SURF: S0 name, S0 source name, sub-chunks (4-byte ID, 2-byte length, padded to even): COLR
+// LUMI DIFF SPEC GLOS REFL RFOP RIMG RSAN TRAN TROP TIMG RIND TRNL BUMP SMAN SIDE CLRH CLRF
+// ADTR SHRP GVAL ALPH AVAL LINE, and BLOK for textures and shaders; others are skipped.
+// The caller owns the surface. Null when a sub-chunk is cut short or shorter than what it must
+// hold; one that runs past cksize is still read whole.
 st_lwSurface *lwGetSurface(std::FILE *file, int cksize);
-st_lwPlugin *lwGetShader(std::FILE *file, int bloksz);
-int compare_shaders(st_lwPlugin *a, st_lwPlugin *b);
+
 void lwFreeSurface(st_lwSurface *surface);
+
+// --------------------------------------------------------------- plugins (plugin)
+
+// BLOK of type SHDR, from behind that ID: U2 header length, header (S0 ordinal, sub-chunk
+// ENAB), then FUNC (S0 name, data). The caller owns the plugin; null on failure.
+st_lwPlugin *lwGetShader(std::FILE *file, int bloksz);
+
+// The order of the ordinals as strcmp has it; a null one counts as "".
+int compare_shaders(st_lwPlugin *a, st_lwPlugin *b);
+
 void lwFreePlugin(st_lwPlugin *plugin);
 
 // ------------------------------------------------------------- textures (texture)
+//
+// The five readers of parts fill the given record, give 1, or 0 on failure, and leave in flen
+// the bytes from where they started. They do not read more than one sub-chunk past their size.
 
+// BLOK of type IMAP, PROC or GRAD, from behind that ID: U2 header length, header, sub-chunks of
+// the type; those of any other type are skipped. bloksz: the bytes of all that. The caller owns
+// the texture; null on failure.
 st_lwTexture *lwGetTexture(std::FILE *file, int bloksz, unsigned int type);
+
+// S0 ordinal, sub-chunks CHAN OPAC ENAB NEGA AXIS.
 int lwGetTHeader(std::FILE *file, int hsz, st_lwTexture *texture);
+
+// Sub-chunks SIZE CNTR ROTA FALL OREF CSYS.
 int lwGetTMap(std::FILE *file, int tmapsz, st_lwTMap *tmap);
+
+// Sub-chunks TMAP PROJ VMAP AXIS IMAG WRAP WRPW WRPH AAST PIXB STCK TAMP.
 int lwGetImageMap(std::FILE *file, int rsz, st_lwTexture *texture);
+
+// Sub-chunks TMAP AXIS VALU FUNC.
 int lwGetProcedural(std::FILE *file, int rsz, st_lwTexture *texture);
+
+// Sub-chunks TMAP PNAM INAM GRST GREN GRPT FKEY IKEY.
 int lwGetGradient(std::FILE *file, int rsz, st_lwTexture *texture);
+
+// The order of the ordinals as strcmp has it; a null one counts as "".
 int compare_textures(st_lwTexture *a, st_lwTexture *b);
+
+// tmap.refObject and the names in a gradient stay allocated: that is deliberate.
 void lwFreeTexture(st_lwTexture *texture);
 
 // ----------------------------------------------------------- envelopes (envelope)
 
+// ENVL: VX index, sub-chunks TYPE NAME PRE POST KEY SPAN CHAN. The caller owns the envelope.
+// Null when a sub-chunk is cut short, shorter than what it must hold or runs past cksize, and
+// for a SPAN before the first KEY.
 st_lwEnvelope *lwGetEnvelope(std::FILE *file, int cksize);
+
+// The first envelope of that index; null if there is none. list may be null.
 st_lwEnvelope *lwFindEnvelope(st_lwEnvelope *list, int index);
+
+// 1, 0 or -1 as a is later than, at the time of, or earlier than b.
 int compare_keys(st_lwKey *a, st_lwKey *b);
+
 void lwFreeEnvelope(st_lwEnvelope *envelope);
 
 // ------------------------------------------------------------------- clips (clip)
 
+// CLIP: I4 index, sub-chunk STIL, ISEQ, ANIM, XREF or STCC as the source, then TIME CONT BRIT
+// SATR HUE GAMM NEGA IFLT PFLT. The caller owns the clip. Null when a sub-chunk is cut short,
+// shorter than what it must hold or runs past cksize.
 st_lwClip *lwGetClip(std::FILE *file, int cksize);
+
+// The first clip of that index; null if there is none. list may be null.
 st_lwClip *lwFindClip(st_lwClip *list, int index);
+
+// The strings and the data of the source stay allocated: that is deliberate.
 void lwFreeClip(st_lwClip *clip);
 
 // ------------------------------------------------------------- vertex maps (vmap)
 
+// VMAP, or VMAD when perPolygon is 1: U4 type, U2 dimension, S0 name, then for each entry VX
+// point index, for VMAD VX polygon index, and dimension F4. The offsets are deliberately not
+// applied. The caller owns the map. Null when the last entry or the name is cut short.
 st_lwVMap *lwGetVMap(std::FILE *file, int size, int pointOffset, int polygonOffset, int perPolygon);
+
+// Tells each point the entries of the per-point maps for it, in list order. 1, or 0 for an
+// entry of a point outside the list, and without memory. vmaps may be null.
 int lwGetPointVMaps(st_lwPointList *pointList, st_lwVMap *vmaps);
+
+// Tells each corner the entries of the per-polygon maps for it; an entry goes to the first
+// corner of its polygon that is at its point, one without such a corner is dropped. 1, or 0
+// for an entry of a polygon outside the list, and without memory. vmaps may be null.
 int lwGetPolyVMaps(st_lwPolygonList *polygonList, st_lwVMap *vmaps);
+
 void lwFreeVMap(st_lwVMap *vmap);

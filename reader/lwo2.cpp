@@ -1,0 +1,202 @@
+// The entry point of the reader: an LWO2 file chunk by chunk into an object record, then what
+// the geometry of each layer implies.
+#include "reader/lwo2.h"
+
+#include "reader/chunks.h"
+
+#include <cstdlib>
+
+// ------------------------------------------------------------------------- release
+
+void lwFreeLayer(st_lwLayer *layer) {
+    if (layer == nullptr)
+        return;
+    std::free(layer->name);
+    lwFreePoints(&layer->pointList);
+    lwFreePolygons(&layer->polygonList);
+    _lwListFree(layer->vmaps, lwFreeVMap);
+    std::free(layer);
+}
+
+void lwFreeObject(st_lwObject *object) {
+    if (object == nullptr)
+        return;
+    _lwListFree(object->layers, lwFreeLayer);
+    _lwListFree(object->envelopes, lwFreeEnvelope);
+    _lwListFree(object->clips, lwFreeClip);
+    _lwListFree(object->surfaces, lwFreeSurface);
+    lwFreeTags(&object->tagList);
+    std::free(object);
+}
+
+// -------------------------------------------------------------------------- chunks
+
+static st_lwLayer *addLayer(st_lwObject *object) {
+    st_lwLayer *layer = static_cast<st_lwLayer *>(std::calloc(1, sizeof(st_lwLayer)));
+    if (layer != nullptr)
+        _lwListAdd(&object->layers, layer);
+    return layer;
+}
+
+// Skips what a chunk's reader has left; false when it read too much or failed.
+static bool leaveChunk(const st_form *form) {
+    if (get_flen() < 0 || get_flen() > form->chunkSize)
+        return false;
+    skipbytes(form->file, form->chunkSize - get_flen());
+    return get_flen() >= 0;
+}
+
+// LAYR: U2 index, U2 flags, 3 F4 pivot, S0 name, and U2 parent in newer files. The first one
+// describes the layer that is there from the start, geometry before it included.
+static bool readLayer(st_form *form, st_lwObject *object, st_lwLayer **current) {
+    if (object->layerCount > 0) {
+        *current = addLayer(object);
+        if (*current == nullptr)
+            return false;
+    }
+    object->layerCount++;
+    st_lwLayer *layer = *current;
+    set_flen(0);
+    layer->index = getCode(form->file);
+    layer->flags = getCode(form->file);
+    getVector(form->file, layer->pivot);
+    layer->name = getS0(form->file);
+    if (get_flen() < 0 || get_flen() > form->chunkSize)
+        return false;
+    if (get_flen() <= form->chunkSize - 2)
+        layer->parent = getCode(form->file);
+    return leaveChunk(form);
+}
+
+static bool readBoundingBox(st_form *form, st_lwLayer *layer) {
+    set_flen(0);
+    getVector(form->file, layer->bbox);
+    getVector(form->file, layer->bbox + 3);
+    return leaveChunk(form);
+}
+
+static bool skipChunk(st_form *form) {
+    set_flen(0);
+    return leaveChunk(form);
+}
+
+static bool readVMap(st_form *form, st_lwLayer *layer, int perPolygon) {
+    st_lwVMap *vmap = lwGetVMap(form->file, form->chunkSize, layer->pointList.offset,
+                                layer->polygonList.offset, perPolygon);
+    if (vmap == nullptr)
+        return false;
+    _lwListAdd(&layer->vmaps, vmap);
+    layer->vmapCount++;
+    return true;
+}
+
+static bool readEnvelope(st_form *form, st_lwObject *object) {
+    st_lwEnvelope *envelope = lwGetEnvelope(form->file, form->chunkSize);
+    if (envelope == nullptr)
+        return false;
+    _lwListAdd(&object->envelopes, envelope);
+    object->envelopeCount++;
+    return true;
+}
+
+static bool readClip(st_form *form, st_lwObject *object) {
+    st_lwClip *clip = lwGetClip(form->file, form->chunkSize);
+    if (clip == nullptr)
+        return false;
+    _lwListAdd(&object->clips, clip);
+    object->clipCount++;
+    return true;
+}
+
+static bool readSurface(st_form *form, st_lwObject *object) {
+    st_lwSurface *surface = lwGetSurface(form->file, form->chunkSize);
+    if (surface == nullptr)
+        return false;
+    _lwListAdd(&object->surfaces, surface);
+    object->surfaceCount++;
+    return true;
+}
+
+static bool readChunk(st_form *form, st_lwObject *object, st_lwLayer **current) {
+    std::FILE *file = form->file;
+    int size = form->chunkSize;
+    st_lwLayer *layer = *current;
+    switch (form->chunkID) {
+    case lwID("LAYR"): return readLayer(form, object, current);
+    case lwID("PNTS"): return lwGetPoints(file, size, &layer->pointList) != 0;
+    case lwID("POLS"):
+        return lwGetPolygons(file, size, &layer->polygonList, layer->pointList.offset) != 0;
+    case lwID("VMAP"): return readVMap(form, layer, 0);
+    case lwID("VMAD"): return readVMap(form, layer, 1);
+    case lwID("PTAG"):
+        return lwGetPolygonTags(file, size, &object->tagList, &layer->polygonList) != 0;
+    case lwID("TAGS"): return lwGetTags(file, size, &object->tagList) != 0;
+    case lwID("ENVL"): return readEnvelope(form, object);
+    case lwID("CLIP"): return readClip(form, object);
+    case lwID("SURF"): return readSurface(form, object);
+    case lwID("BBOX"): return readBoundingBox(form, layer);
+    default: return skipChunk(form);
+    }
+}
+
+static bool readChunks(st_form *form, st_lwObject *object) {
+    st_lwLayer *current = object->layers;
+    do {
+        if (!readChunkHeader(form) || !readChunk(form, object, &current))
+            return false;
+    } while (!atFormEnd(form));
+    return true;
+}
+
+// --------------------------------------------------------------------- the object
+
+// What the geometry of a layer implies, each step resting on the ones before.
+static bool deriveLayer(st_lwObject *object, st_lwLayer *layer) {
+    st_lwPointList *points = &layer->pointList;
+    st_lwPolygonList *polygons = &layer->polygonList;
+    lwGetBoundingBox(points, layer->bbox);
+    lwGetPolyNormals(points, polygons);
+    if (lwGetPointPolygons(points, polygons) == 0)
+        return false;
+    if (lwResolvePolySurfaces(polygons, &object->tagList, &object->surfaces,
+                              &object->surfaceCount) == 0)
+        return false;
+    lwGetVertNormals(points, polygons);
+    return lwGetPointVMaps(points, layer->vmaps) != 0 &&
+           lwGetPolyVMaps(polygons, layer->vmaps) != 0;
+}
+
+static bool deriveLayers(st_lwObject *object) {
+    for (st_lwLayer *layer = object->layers; layer != nullptr; layer = layer->next)
+        if (!deriveLayer(object, layer))
+            return false;
+    return true;
+}
+
+// Zeroed, with the layer that exists before any LAYR chunk; layerCount is still 0.
+static st_lwObject *newObject() {
+    st_lwObject *object = static_cast<st_lwObject *>(std::calloc(1, sizeof(st_lwObject)));
+    if (object != nullptr && addLayer(object) == nullptr) {
+        std::free(object);
+        return nullptr;
+    }
+    return object;
+}
+
+st_lwObject *lwGetObject(const char *path, unsigned int *failID, int *failpos) {
+    st_form form;
+    if (!openForm(path, &form))
+        return nullptr;
+    if (form.type != lwID("LWO2"))
+        return refuseForm(&form, failpos);
+
+    st_lwObject *object = newObject();
+    if (object == nullptr || !readChunks(&form, object))
+        return abandonForm(&form, object, failID, failpos);
+    closeForm(&form);
+    if (object->layerCount == 0)
+        object->layerCount = 1;
+    if (!deriveLayers(object))
+        return abandonForm(&form, object, failID, failpos);
+    return object;
+}
