@@ -1,16 +1,10 @@
-// EGL on Mesa's surfaceless platform where there is one, else on the default display: a legacy
-// OpenGL context, one pixel buffer of the screen's size. GLUT's C declarations are repeated by
-// including its header, so the compiler holds the definitions against them.
+// Only what the driver calls. GLUT's own header declares it, so the compiler holds these
+// definitions against it.
 #include "tools/offscreenGlut.h"
 
-#include <EGL/egl.h>
-#include <EGL/eglext.h>
-#include <GL/glut.h>
+#include "tools/offscreenContext.h"
 
-#include <cstddef>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
+#include <GL/glut.h>
 
 struct st_size {
     int width;
@@ -36,71 +30,7 @@ void offscreenOnFrame(bool (*hook)(int)) {
 }
 
 void offscreenReadPixels(unsigned char *rgb) {
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    const std::size_t row = static_cast<std::size_t>(window.width) * 3;
-    // OpenGL counts rows from below.
-    for (int y = 0; y < window.height; y++)
-        glReadPixels(0, window.height - 1 - y, window.width, 1, GL_RGB, GL_UNSIGNED_BYTE,
-                     rgb + static_cast<std::size_t>(y) * row);
-}
-
-// ------------------------------------------------------------------------------ EGL
-
-[[noreturn]] static void fail(const char *what) {
-    std::fprintf(stderr, "offscreen: %s (EGL error 0x%x)\n", what,
-                 static_cast<unsigned int>(eglGetError()));
-    std::exit(1);
-}
-
-static EGLDisplay openDisplay() {
-    const char *extensions = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
-    EGLDisplay display = EGL_NO_DISPLAY;
-    if (extensions != nullptr &&
-        std::strstr(extensions, "EGL_MESA_platform_surfaceless") != nullptr)
-        display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr);
-    if (display == EGL_NO_DISPLAY)
-        display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
-    if (display == EGL_NO_DISPLAY || eglInitialize(display, nullptr, nullptr) != EGL_TRUE)
-        fail("no EGL display");
-    return display;
-}
-
-static EGLConfig chooseConfig(EGLDisplay display) {
-    const EGLint wanted[] = {EGL_SURFACE_TYPE,
-                             EGL_PBUFFER_BIT,
-                             EGL_RED_SIZE,
-                             8,
-                             EGL_GREEN_SIZE,
-                             8,
-                             EGL_BLUE_SIZE,
-                             8,
-                             EGL_DEPTH_SIZE,
-                             24,
-                             EGL_SAMPLES,
-                             0,
-                             EGL_RENDERABLE_TYPE,
-                             EGL_OPENGL_BIT,
-                             EGL_NONE};
-    EGLConfig config = nullptr;
-    EGLint count = 0;
-    if (eglChooseConfig(display, wanted, &config, 1, &count) != EGL_TRUE || count < 1)
-        fail("no pixel format with depth buffer");
-    return config;
-}
-
-static void makeContext() {
-    EGLDisplay display = openDisplay();
-    EGLConfig config = chooseConfig(display);
-    eglBindAPI(EGL_OPENGL_API);
-    EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
-    if (context == EGL_NO_CONTEXT)
-        fail("no OpenGL context");
-    const EGLint size[] = {EGL_WIDTH, screen.width, EGL_HEIGHT, screen.height, EGL_NONE};
-    EGLSurface surface = eglCreatePbufferSurface(display, config, size);
-    if (surface == EGL_NO_SURFACE)
-        fail("no pixel buffer of that size");
-    if (eglMakeCurrent(display, surface, surface, context) != EGL_TRUE)
-        fail("the OpenGL context cannot be used");
+    readOffscreenPixels(window.width, window.height, rgb);
 }
 
 // ----------------------------------------------------------------------------- GLUT
@@ -116,7 +46,7 @@ void glutInitWindowSize(int width, int height) {
 }
 
 int glutCreateWindow(const char * /*title*/) {
-    makeContext();
+    makeOffscreenContext(screen.width, screen.height);
     return 1;
 }
 

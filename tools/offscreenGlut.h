@@ -1,5 +1,5 @@
-// GLUT without a window system: the GLUT calls that the driver makes, drawing into an EGL
-// pixel buffer. Link it instead of GLUT and the driver runs unchanged.
+// GLUT without a window system: the GLUT calls that the driver makes, drawing off-screen. Link it
+// instead of GLUT and the driver runs unchanged.
 //
 // Set the screen's size and the hook before glutCreateWindow:
 //   offscreenScreen(800, 600);
