@@ -21,30 +21,34 @@ constexpr Color WHITE = {255, 255, 255};
 
 // ---------------------------------------------------------------------------- models
 
-// The square from (-1, -1) to (1, 1), facing +z unless turned, in one surface named "skin".
-static std::string square(const std::string &surface, bool turned = false) {
-    const std::string corners =
-        turned ? vx(0) + vx(3) + vx(2) + vx(1) : vx(0) + vx(1) + vx(2) + vx(3);
-    const std::string uv = vx(0) + f4(0) + f4(0) + vx(1) + f4(1) + f4(0) + vx(2) + f4(1) + f4(1) +
-                           vx(3) + f4(0) + f4(1);
-    return form("LWO2",
-                chunk("TAGS", s0("skin")) +
-                    chunk("PNTS", f4(-1, -1, 0) + f4(1, -1, 0) + f4(1, 1, 0) + f4(-1, 1, 0)) +
-                    chunk("VMAP", "TXUV" + u2(2) + s0("skin") + uv) +
-                    chunk("POLS", "FACE" + u2(4) + corners) +
-                    chunk("PTAG", "SURF" + vx(0) + vx(0)) +
-                    chunk("CLIP", u4(1) + sub("STIL", s0("skin.tga"))) +
-                    chunk("SURF", s0("skin") + s0("") + surface));
-}
-
-static std::string color(float r, float g, float b) {
-    return sub("COLR", f4(r, g, b) + vx(0));
-}
-
 static std::string uvTexture() {
     const std::string header = s0("a") + sub("CHAN", "COLR");
     return sub("BLOK", "IMAP" + u2(static_cast<unsigned>(header.size())) + header +
                            sub("PROJ", u2(5)) + sub("IMAG", vx(1)) + sub("VMAP", s0("skin")));
+}
+
+// The square from (-1, -1) to (1, 1), facing +z unless turned, in one surface named "skin".
+static std::string square(const std::string &surface, bool turned = false) {
+    const std::string corners =
+        turned ? vx(0) + vx(3) + vx(2) + vx(1) : vx(0) + vx(1) + vx(2) + vx(3);
+    const std::string points = f4(-1, -1, 0) + f4(1, -1, 0) + f4(1, 1, 0) + f4(-1, 1, 0);
+    const std::string uv = vx(0) + f4(0) + f4(0) + vx(1) + f4(1) + f4(0) + vx(2) + f4(1) + f4(1) +
+                           vx(3) + f4(0) + f4(1);
+    return form("LWO2", chunk("TAGS", s0("skin")) + chunk("PNTS", points) +
+                            chunk("VMAP", "TXUV" + u2(2) + s0("skin") + uv) +
+                            chunk("POLS", "FACE" + u2(4) + corners) +
+                            chunk("PTAG", "SURF" + vx(0) + vx(0)) +
+                            chunk("SURF", s0("skin") + s0("") + surface));
+}
+
+// The same with an image for its texture.
+static std::string texturedSquare(const std::string &surface) {
+    const std::string plain = square(surface + uvTexture()).substr(12);
+    return form("LWO2", plain + chunk("CLIP", u4(1) + sub("STIL", s0("skin.tga"))));
+}
+
+static std::string color(float r, float g, float b) {
+    return sub("COLR", f4(r, g, b) + vx(0));
 }
 
 // ---------------------------------------------------------------------------- images
@@ -83,6 +87,9 @@ static void openContext() {
         glEnable(GL_DEPTH_TEST);
         open = true;
     }
+    // Drawing leaves texturing on, and with it the last texture: a model that begins with an
+    // untextured surface shows that one.
+    glBindTexture(GL_TEXTURE_2D, 0);
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 }
@@ -116,7 +123,7 @@ TEST(Picture, textureStandsUprightHoweverItsFileIsLaidOut) {
                                                 << ", runs " << runs);
                 openContext();
                 writeFile(testing::TempDir() + "skin.tga", fourBlocks(topFirst, alpha, runs));
-                st_lwoObj *model = load(square(color(1, 1, 1) + uvTexture()));
+                st_lwoObj *model = load(texturedSquare(color(1, 1, 1)));
                 ASSERT_NE(model, nullptr);
                 drawLwo(model, 0);
                 EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
@@ -130,7 +137,7 @@ TEST(Picture, textureStandsUprightHoweverItsFileIsLaidOut) {
 TEST(Picture, surfaceColorTintsItsTexture) {
     openContext();
     writeFile(testing::TempDir() + "skin.tga", fourBlocks(false, false, false));
-    st_lwoObj *model = load(square(color(0.5F, 0.25F, 0) + uvTexture()));
+    st_lwoObj *model = load(texturedSquare(color(0.5F, 0.25F, 0)));
     ASSERT_NE(model, nullptr);
     drawLwo(model, 0);
     // Headlight and global ambient together: 1.2 times the colour.
