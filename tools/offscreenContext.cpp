@@ -68,11 +68,13 @@ void makeOffscreenContext(int width, int height) {
         fail("the OpenGL context cannot be used");
 }
 
-void readOffscreenPixels(int width, int height, unsigned char *rgb) {
+std::vector<unsigned char> readPicture(int width, int height) {
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     const std::size_t row = static_cast<std::size_t>(width) * 3;
+    std::vector<unsigned char> rgb(row * static_cast<std::size_t>(height));
     // OpenGL counts rows from below.
     for (int y = 0; y < height; y++)
         glReadPixels(0, height - 1 - y, width, 1, GL_RGB, GL_UNSIGNED_BYTE,
-                     rgb + static_cast<std::size_t>(y) * row);
+                     rgb.data() + static_cast<std::size_t>(y) * row);
+    return rgb;
 }

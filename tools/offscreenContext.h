@@ -2,14 +2,16 @@
 //
 //   makeOffscreenContext(800, 600);
 //   ...                                   // draw
-//   readOffscreenPixels(800, 600, rgb);
+//   std::vector<unsigned char> rgb = readPicture(800, 600);
 //
 // One context, which lasts until the process ends.
 #pragma once
+
+#include <vector>
 
 // Makes a legacy OpenGL context with a depth buffer current. When that is impossible, one line
 // on standard error says why and the process ends with status 1.
 void makeOffscreenContext(int width, int height);
 
-// Copies what has been drawn into rgb: width * height * 3 bytes, top row first.
-void readOffscreenPixels(int width, int height, unsigned char *rgb);
+// What has been drawn: width * height * 3 bytes RGB, top row first.
+std::vector<unsigned char> readPicture(int width, int height);

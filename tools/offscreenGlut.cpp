@@ -29,8 +29,8 @@ void offscreenOnFrame(bool (*hook)(int)) {
     frameHook = hook;
 }
 
-void offscreenReadPixels(unsigned char *rgb) {
-    readOffscreenPixels(window.width, window.height, rgb);
+std::vector<unsigned char> offscreenPicture() {
+    return readPicture(window.width, window.height);
 }
 
 // ----------------------------------------------------------------------------- GLUT

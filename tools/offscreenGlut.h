@@ -10,6 +10,8 @@
 // process ends with status 1.
 #pragma once
 
+#include <vector>
+
 // The size of the screen, which a window gets with glutFullScreen; 800 x 600 unless set.
 void offscreenScreen(int width, int height);
 
@@ -17,5 +19,5 @@ void offscreenScreen(int width, int height);
 // the number of swaps before this one. When it returns false the main loop ends.
 void offscreenOnFrame(bool (*hook)(int frame));
 
-// Copies the finished picture into rgb: width * height * 3 bytes, top row first.
-void offscreenReadPixels(unsigned char *rgb);
+// The finished picture: width * height * 3 bytes RGB, top row first.
+std::vector<unsigned char> offscreenPicture();

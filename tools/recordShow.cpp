@@ -6,6 +6,7 @@
 // are stepped, so a picture is the same however the list was cut; those not wanted are not
 // drawn. Writes DIR/frame00500.png and so on, and names each file as it is done.
 #include "driver/testRender.h"
+#include "tools/arguments.h"
 #include "tools/drawGate.h"
 #include "tools/offscreenGlut.h"
 #include "tools/pngFile.h"
@@ -20,13 +21,11 @@
 #include <vector>
 
 constexpr int LAST_FRAME = 18750;
-constexpr int MAX_SIDE = 8192; // pixels
 
 struct st_job {
     std::set<int> frames;
     std::string directory;
-    int width = 800;
-    int height = 600;
+    st_pictureSize size = {800, 600};
 };
 
 static st_job job;
@@ -39,16 +38,6 @@ static st_job job;
 [[noreturn]] static void usage() {
     std::fprintf(stderr, "usage: recordShow --stills FRAME[,FRAME...] DIR [--size WxH]\n");
     std::exit(2);
-}
-
-// Reads a whole number at *text and moves past it; -1 when there is none up to limit.
-static int readNumber(const char **text, int limit) {
-    char *end = nullptr;
-    const long number = std::strtol(*text, &end, 10);
-    if (end == *text || **text < '0' || **text > '9' || number > limit)
-        return -1;
-    *text = end;
-    return static_cast<int>(number);
 }
 
 static std::set<int> readFrames(const char *list) {
@@ -67,12 +56,9 @@ static std::set<int> readFrames(const char *list) {
 }
 
 static void readSize(const char *size) {
-    const char *at = size;
-    job.width = readNumber(&at, MAX_SIDE);
-    if (*at == 'x')
-        job.height = readNumber(&(++at), MAX_SIDE);
-    if (job.width < 1 || job.height < 1 || *at != '\0')
-        fail(std::string("a size is WIDTHxHEIGHT, each 1 to 8192, not \"") + size + "\"");
+    if (!readPictureSize(size, &job.size))
+        fail("a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" + size +
+             "\"");
 }
 
 static void readArguments(int argc, char **argv) {
@@ -93,13 +79,10 @@ static void readArguments(int argc, char **argv) {
 }
 
 static void writeStill(int frame) {
-    std::vector<unsigned char> rgb(static_cast<std::size_t>(job.width) *
-                                   static_cast<std::size_t>(job.height) * 3);
-    offscreenReadPixels(rgb.data());
     char name[32];
     std::snprintf(name, sizeof name, "frame%05d.png", frame);
     const std::string path = (std::filesystem::path(job.directory) / name).string();
-    if (!writePng(path.c_str(), job.width, job.height, rgb.data()))
+    if (!writePng(path.c_str(), job.size.width, job.size.height, offscreenPicture().data()))
         fail("cannot write " + path);
     std::printf("%s\n", path.c_str());
 }
@@ -118,7 +101,7 @@ int main(int argc, char **argv) {
     if (error)
         fail("cannot make the directory " + job.directory + ": " + error.message());
 
-    offscreenScreen(job.width, job.height);
+    offscreenScreen(job.size.width, job.size.height);
     offscreenOnFrame(frameDone);
     openDrawGate(job.frames.count(0) != 0);
     return runShow(argc, argv);

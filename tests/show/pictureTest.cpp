@@ -102,8 +102,7 @@ static st_lwoObj *load(const std::string &model) {
 
 // The pixel at x, y of the drawn picture, in the picture's own -1 to 1, y up.
 static Color pixelAt(double x, double y) {
-    std::vector<unsigned char> rgb(std::size_t{SIDE} * SIDE * 3);
-    offscreenReadPixels(rgb.data());
+    const std::vector<unsigned char> rgb = offscreenPicture();
     const auto column = static_cast<std::size_t>((x + 1) / 2 * SIDE);
     const auto row = static_cast<std::size_t>((1 - y) / 2 * SIDE);
     const std::size_t at = (row * SIDE + column) * 3;
