@@ -30,6 +30,13 @@ constexpr int VERTEX_ROOM = 9;
 // Floats allocated per triangle and per quad in a colour array (RGBA; a triangle draws 12).
 constexpr int COLOR_ROOM = 16;
 
+constexpr int MAX_LEVELS = 20; // of a level-of-detail set
+
+constexpr int ALL_LAYERS = -1; // as a layer argument
+
+// Modes of setObjShadeModel.
+enum shadeMode { SHADE_FLAT = 0, SHADE_SMOOTH = 1 };
+
 struct st_celShading; // celShading.h
 
 // The polygons of one layer that use one surface.
@@ -93,6 +100,20 @@ struct st_lwoObj {
     float rotAngle; // degrees about rotAxis
     float scale[3];
     int useTransform; // draw under translate, rotate, scale
+};
+
+// Versions of one model, from the most detailed on. The levels share nothing.
+struct st_lwoLodObj {
+    int count;                   // levels
+    st_lwoObj *objs[MAX_LEVELS]; // owned; null from count on
+    float dists[MAX_LEVELS];     // from which distance each level is used
+    int current;                 // level chosen last
+};
+
+// Argument of internalColorState.
+struct internalColorStateArgList {
+    int on;
+    int layer; // negative: all
 };
 
 // ------------------------------------------------------------- loading (loading.cpp)
@@ -185,3 +206,82 @@ void toggleCobra(st_subObj *subObj, void *argument);
 
 // Calls function for every sub-object of rObj, in order.
 void forAllSubObjsDo(void (*function)(st_subObj *, void *), st_rObj *rObj, void *argument);
+
+// Switches of a layer, or of all with ALL_LAYERS; other layers that the model does not have are
+// ignored. Of the showNormals flags drawing consults that of layer 0 only.
+void lightingState(st_lwoObj *obj, int on, int layer);
+void showNormals(st_lwoObj *obj, int on, int layer);
+void visibleState(st_lwoObj *obj, int on, int layer);
+
+// argument points at an internalColorStateArgList: a form that forAllLwoObjsDo can apply.
+void internalColorState(st_lwoObj *obj, void *argument);
+
+// Does nothing.
+void textureState(st_lwoObj *obj, int on, int layer);
+
+// fillColor, printCarray and printSubObj on every sub-object of a layer, or of all.
+void setFillColor(st_lwoObj *obj, const float rgba[4], int layer);
+void printCArray(st_lwoObj *obj, int layer);
+void printRObjs(st_lwoObj *obj, int layer);
+
+// Mirrors a sub-object in x, positions and normals; the winding stays. argument is ignored.
+void reverseModel(st_subObj *subObj, void *argument);
+
+// ---------------------------------------------------------- selectors (selectors.cpp)
+//
+// One sub-object of a layer. A selector that begins with a decimal integer ("3", "+3", "3abc")
+// is a sub-object index, any other a name, compared without regard to case; the first match
+// counts. A surface whose name is a number is reached by index only.
+
+// Null when the model has no such layer or sub-object.
+st_subObj *getSubObj(st_lwoObj *obj, int layer, const char *selector);
+
+// The index of the first sub-object of that name, or -1. Numbers are names here.
+int getSubObjIndex(st_lwoObj *obj, int layer, const char *name);
+
+// Changes of the selected sub-object; without one nothing happens. subFillColor writes the back
+// buffer like fillColor, subSetRGB the sub-object's own fillColor.
+void subFillColor(st_lwoObj *obj, const float rgba[4], int layer, const char *selector);
+void subSetRGB(st_lwoObj *obj, const float rgb[3], int layer, const char *selector);
+void subVisibleState(st_lwoObj *obj, int on, int layer, const char *selector);
+
+// ------------------------------------------------------------------ dumps (dumps.cpp)
+//
+// What a sub-object holds, and its front colour buffer, on standard output; argument is ignored.
+
+void printSubObj(st_subObj *subObj, void *argument);
+void printCarray(st_subObj *subObj, void *argument);
+
+// ------------------------------------------------------- shade model (shadeModel.cpp)
+
+// Rewrites the normals in rObj's arrays: faceted, or smoothed over each sub-object. Must get the
+// object and layer that rObj was built from. Other modes change nothing. Memory for the sums of
+// smoothing, one per sub-object and point, is left allocated.
+void setObjShadeModel(st_lwObject *object, st_rObj *rObj, int layerIndex, int mode);
+
+// --------------------------------------------------------- level of detail (lod.cpp)
+
+// Loads a set: level 0 from path (cut to 30 characters), level k from the full path with k
+// appended ("tree.lwo1"), up to the first file that cannot be read. Level k is used from 100 * k
+// on. Returns null, after a line on standard output, when level 0 cannot be read.
+st_lwoLodObj *newLwoLodObj(const char *path, int contextCount);
+
+// Chooses the level for a viewer at viewerPos and returns it. The first form takes the position
+// of level 0 for the object's and prints what it does; the second prints nothing.
+st_lwoObj *determineLodObj(st_lwoLodObj *lod, const float viewerPos[3]);
+st_lwoObj *determineLodObj(st_lwoLodObj *lod, const float viewerPos[3], const float objectPos[3]);
+
+// Copies the transform of level 0 to all other levels.
+void syncLodObjs(st_lwoLodObj *lod);
+
+// Does nothing.
+void setLodDists(st_lwoLodObj *lod, const float *dists, int n);
+
+// Level k is used from k * step on.
+void setLodDistDiff(st_lwoLodObj *lod, float step);
+
+// Draws the level that was chosen last; chooses none.
+void drawLod(st_lwoLodObj *lod, int context);
+
+// Calls function for every level, from 0 up.
+void forAllLwoObjsDo(void (*function)(st_lwoObj *, void *), st_lwoLodObj *lod, void *argument);
