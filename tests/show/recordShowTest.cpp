@@ -129,7 +129,7 @@ TEST(RecordShow, namesTheModelThatIsMissing) {
     const std::string output = directory + "/output.txt";
     EXPECT_EQ(runChild({RECORD_SHOW, "--stills", "0", directory}, directory, {}, output), 1);
     const std::string said = readText(output);
-    EXPECT_NE(said.find("lwoRenderer> Couldn't load lwo/tree3d.lwo\n"), std::string::npos);
+    EXPECT_NE(said.find("lwoRenderer> Couldn't load lwo/tree3d.lwo.\n"), std::string::npos);
     EXPECT_NE(said.find("testRender: lwo/k7.lwo is needed now and could not be loaded\n"),
               std::string::npos);
 }
