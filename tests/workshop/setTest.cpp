@@ -1,0 +1,165 @@
+// What every model of the set has to keep to, so that the show can load and draw it.
+#include "workshop/set.h"
+#include "image/targa_image.h"
+#include "reader/lwo2.h"
+#include "tests/support/testFolder.h"
+#include "workshop/fileWriter.h"
+#include "workshop/objectWriter.h"
+#include "workshop/text.h"
+#include "workshop/textures.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <set>
+
+constexpr int UV = 5;
+constexpr int MOST_POLYGONS = 25000; // of all that one frame submits
+constexpr int LARGEST_TEXTURE = 512;
+
+static const std::map<std::string, st_mesh> &meshes() {
+    static const std::map<std::string, st_mesh> made = [] {
+        openFont(WORKSHOP_FONT);
+        std::map<std::string, st_mesh> result;
+        for (const st_model &model : allModels())
+            result[model.file] = model.make();
+        return result;
+    }();
+    return made;
+}
+
+static st_lwObject *load(const std::string &file) {
+    const std::string path = testPath(file);
+    writeObject(path, meshes().at(file));
+    return lwGetObject(path.c_str(), nullptr, nullptr);
+}
+
+TEST(Set, hasTheModelsThatTheShowLoads) {
+    std::set<std::string> names;
+    for (const st_model &model : allModels())
+        names.insert(model.file);
+    EXPECT_EQ(names, (std::set<std::string>{
+                         "tree3d.lwo", "moln1.lwo", "moln2.lwo", "gubbenimolnet.lwo", "box4.lwo",
+                         "grass.lwo", "greets1.lwo", "sol.lwo", "greets2.lwo", "greets3.lwo",
+                         "scrollernew.lwo", "solensam.lwo", "pinne.lwo", "k7.lwo", "skylt.lwo"}));
+}
+
+static bool hasMap(const st_lwLayer &layer, const char *name) {
+    for (const st_lwVMap *map = layer.vmaps; map != nullptr; map = map->next)
+        if (map->perPolygon == 0 && map->dimension == 2 && std::strcmp(map->name, name) == 0)
+            return true;
+    return false;
+}
+
+static void expectDrawable(const st_lwObject &object) {
+    const std::vector<st_texture> &textures = allTextures();
+    const st_lwLayer &layer = *object.layers;
+    EXPECT_GT(layer.polygonList.count, 0);
+    for (int i = 0; i < layer.polygonList.count; i++) {
+        const st_lwPolygon &polygon = layer.polygonList.polygons[i];
+        ASSERT_TRUE(polygon.vertexCount == 3 || polygon.vertexCount == 4);
+        ASSERT_NE(polygon.normal[0] * polygon.normal[0] + polygon.normal[1] * polygon.normal[1] +
+                      polygon.normal[2] * polygon.normal[2],
+                  0)
+            << "polygon " << i << " has no area";
+    }
+    for (const st_lwSurface *surface = object.surfaces; surface != nullptr;
+         surface = surface->next) {
+        EXPECT_LE(std::strlen(surface->name), 31U);
+        EXPECT_STRNE(surface->name, "ovre-plan");
+        EXPECT_NE(std::strncmp(surface->name, "mur3-", 5), 0);
+        const st_lwTexture *texture = surface->color.textures;
+        if (texture == nullptr)
+            continue;
+        EXPECT_EQ(texture->next, nullptr);
+        EXPECT_EQ(texture->param.imageMap.projection, UV);
+        EXPECT_TRUE(hasMap(layer, surface->name)) << surface->name;
+        const st_lwClip *clip = lwFindClip(object.clips, texture->param.imageMap.clipIndex);
+        ASSERT_NE(clip, nullptr);
+        EXPECT_TRUE(std::any_of(textures.begin(), textures.end(), [&](const st_texture &other) {
+            return std::strcmp(other.file, clip->source.still.name) == 0;
+        })) << clip->source.still.name;
+    }
+}
+
+TEST(Set, everyModelKeepsToWhatTheRendererDraws) {
+    for (const st_model &model : allModels()) {
+        SCOPED_TRACE(model.file);
+        st_lwObject *object = load(model.file);
+        ASSERT_NE(object, nullptr);
+        expectDrawable(*object);
+        lwFreeObject(object);
+    }
+}
+
+TEST(Set, aFrameStaysWithinItsBudget) {
+    // Drawn at once in the main view; one wheel of greetings at a time.
+    std::size_t polygons = 0;
+    for (const char *file : {"tree3d.lwo", "moln1.lwo", "moln2.lwo", "gubbenimolnet.lwo",
+                             "box4.lwo", "grass.lwo", "sol.lwo", "scrollernew.lwo", "skylt.lwo"})
+        polygons += meshes().at(file).polygons.size();
+    std::size_t wheel = 0;
+    for (const char *file : {"greets1.lwo", "greets2.lwo", "greets3.lwo"})
+        wheel = std::max(wheel, meshes().at(file).polygons.size());
+    EXPECT_LE(polygons + wheel, static_cast<std::size_t>(MOST_POLYGONS));
+}
+
+TEST(Set, theScrollTextFillsItsWay) {
+    const st_mesh &mesh = meshes().at("scrollernew.lwo");
+    const auto [first, last] = std::minmax_element(mesh.points.begin(), mesh.points.end(),
+                                                   [](st_vec a, st_vec b) { return a.x < b.x; });
+    EXPECT_NEAR(last->x, 0, 1); // it runs towards -x, the main view's right
+    EXPECT_NEAR(first->x, -330, 2);
+}
+
+TEST(Set, theBoxIsClosedAroundTheEye) {
+    // From the middle every direction meets an inward face of the sky: the sky's points are at
+    // least 12 away and its polygons face the middle.
+    const st_mesh &mesh = meshes().at("box4.lwo");
+    int sky = 0;
+    for (const st_polygon &polygon : mesh.polygons) {
+        const std::string &name = mesh.surfaces[static_cast<std::size_t>(polygon.surface)].name;
+        if (name.rfind("sky-", 0) != 0)
+            continue;
+        const auto corner = [&](int i) {
+            return mesh.points[static_cast<std::size_t>(polygon.points[i])];
+        };
+        const st_vec normal = crossProduct(corner(1) - corner(0), corner(3) - corner(0));
+        EXPECT_LT(dotProduct(normal, corner(0)), 0);
+        EXPECT_GT(lengthOf(corner(0)), 12);
+        sky++;
+    }
+    EXPECT_GT(sky, 100);
+}
+
+TEST(Set, texturesLoadInSeveralLayouts) {
+    std::set<std::pair<int, int>> kinds; // depth and orientation
+    bool packed = false;
+    for (const st_texture &texture : allTextures()) {
+        SCOPED_TRACE(texture.file);
+        const std::string path = testPath(texture.file);
+        writeBytes(path, targaBytes(texture.paint(), texture.layout));
+        st_image *image = targa_image_load(path.c_str(), 0, nullptr);
+        ASSERT_NE(image, nullptr);
+        EXPECT_LE(image->width, LARGEST_TEXTURE);
+        EXPECT_LE(image->height, LARGEST_TEXTURE);
+        kinds.insert({image->depth, image->orientation});
+        packed = packed || texture.layout.runLength;
+        std::free(image->pixels);
+        std::free(image);
+    }
+    EXPECT_TRUE(kinds.count({24, IMAGE_BOTTOM_LEFT}) == 1);
+    EXPECT_TRUE(kinds.count({24, IMAGE_TOP_LEFT}) == 1);
+    EXPECT_TRUE(kinds.count({32, IMAGE_BOTTOM_LEFT}) == 1);
+    EXPECT_TRUE(packed);
+}
+
+TEST(Set, isTheSameEveryTime) {
+    for (const st_model &model : allModels())
+        EXPECT_EQ(objectBytes(model.make()), objectBytes(meshes().at(model.file))) << model.file;
+    const st_texture &leaves = allTextures()[8];
+    EXPECT_EQ(targaBytes(leaves.paint(), leaves.layout), targaBytes(leaves.paint(), leaves.layout));
+}

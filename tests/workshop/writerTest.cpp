@@ -1,0 +1,241 @@
+// The two file writers, read back by the loaders that the show uses.
+#include "image/targa_image.h"
+#include "reader/lwo2.h"
+#include "tests/support/childProcess.h"
+#include "tests/support/testFolder.h"
+#include "workshop/fileWriter.h"
+#include "workshop/objectWriter.h"
+#include "workshop/shapes.h"
+#include "workshop/targaWriter.h"
+#include "workshop/tessellate.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+
+static st_lwObject *readBack(const st_mesh &mesh) {
+    const std::string path = testPath("mesh.lwo");
+    writeObject(path, mesh);
+    return lwGetObject(path.c_str(), nullptr, nullptr);
+}
+
+TEST(ObjectWriter, keepsPointsPolygonsAndSurfaces) {
+    st_mesh mesh;
+    const int red = addSurface(mesh, {"red", {1, 0.25F, 0}, 0.5F, ""});
+    for (const st_vec point : {st_vec{0, 0, 0}, {2, 0, 0}, {2, 3, 0}, {0, 3, 0}, {-1, 1, 0}})
+        addPoint(mesh, point);
+    addQuad(mesh, red, 0, 1, 2, 3);
+    addTriangle(mesh, red, 0, 3, 4);
+
+    st_lwObject *object = readBack(mesh);
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->layerCount, 1);
+    EXPECT_EQ(object->clipCount, 0);
+    ASSERT_EQ(object->surfaceCount, 1);
+    EXPECT_STREQ(object->surfaces->name, "red");
+    EXPECT_EQ(object->surfaces->color.rgb[1], 0.25F);
+    EXPECT_EQ(object->surfaces->smoothing, 0.5F);
+    EXPECT_EQ(object->surfaces->color.textures, nullptr);
+    const st_lwLayer &layer = *object->layers;
+    ASSERT_EQ(layer.pointList.count, 5);
+    EXPECT_EQ(layer.pointList.points[2].position[1], 3);
+    ASSERT_EQ(layer.polygonList.count, 2);
+    EXPECT_EQ(layer.polygonList.polygons[0].vertexCount, 4);
+    EXPECT_EQ(layer.polygonList.polygons[1].vertexCount, 3);
+    EXPECT_EQ(layer.polygonList.polygons[1].vertices[2].index, 4);
+    EXPECT_EQ(layer.polygonList.polygons[1].surface, object->surfaces);
+    EXPECT_EQ(layer.polygonList.polygons[0].normal[2], 1);
+    lwFreeObject(object);
+}
+
+// 3---4---5  Two textured quads; the seam between them has u = 1 on the left quad and u = 0 on
+// | a | b |  the right one.
+// 0---1---2
+static st_mesh seamedMesh() {
+    st_mesh mesh;
+    const int skin = addSurface(mesh, {"skin", {1, 1, 1}, 0, "skin.tga"});
+    for (const st_vec point :
+         {st_vec{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {0, 1, 0}, {1, 1, 0}, {2, 1, 0}})
+        addPoint(mesh, point);
+    addQuad(mesh, skin, {0, 1, 4, 3}, {{0, 0}, {1, 0}, {1, 1}, {0, 1}});
+    addQuad(mesh, skin, {1, 2, 5, 4}, {{0, 0}, {0.5F, 0}, {0.5F, 1}, {0, 1}});
+    return mesh;
+}
+
+TEST(ObjectWriter, givesSeamsTheirOwnCorners) {
+    st_lwObject *object = readBack(seamedMesh());
+    ASSERT_NE(object, nullptr);
+    const st_lwLayer &layer = *object->layers;
+    ASSERT_EQ(layer.vmapCount, 2);
+    const st_lwVMap &points = *layer.vmaps;
+    const st_lwVMap &corners = *points.next;
+    EXPECT_STREQ(points.name, "skin");
+    EXPECT_EQ(points.count, 6);
+    EXPECT_STREQ(corners.name, "skin");
+    EXPECT_EQ(corners.perPolygon, 1);
+    ASSERT_EQ(corners.count, 2);
+    EXPECT_EQ(corners.pointIndices[0], 1);
+    EXPECT_EQ(corners.polygonIndices[0], 1);
+    EXPECT_EQ(corners.values[0][0], 0);
+    EXPECT_EQ(points.values[1][0], 1);
+    lwFreeObject(object);
+}
+
+TEST(ObjectWriter, namesTheImageOnce) {
+    st_mesh mesh = seamedMesh();
+    addSurface(mesh, {"other", {1, 1, 1}, 0, "skin.tga"});
+    st_lwObject *object = readBack(mesh);
+    ASSERT_NE(object, nullptr);
+    ASSERT_EQ(object->clipCount, 1);
+    EXPECT_STREQ(object->clips->source.still.name, "skin.tga");
+    EXPECT_EQ(object->clips->index, 1);
+    for (const st_lwSurface *surface = object->surfaces; surface != nullptr;
+         surface = surface->next) {
+        ASSERT_NE(surface->color.textures, nullptr);
+        EXPECT_EQ(surface->color.textures->next, nullptr);
+        EXPECT_EQ(surface->color.textures->param.imageMap.projection, 5);
+        EXPECT_EQ(surface->color.textures->param.imageMap.clipIndex, 1);
+    }
+    lwFreeObject(object);
+}
+
+TEST(ObjectWriter, takesMorePointsThanShortIndicesReach) {
+    const st_sheet sheet = {300, 230, false, false, false, {1, 1}};
+    const st_mesh mesh = sheetShape(sheet, {"s", {1, 1, 1}, 0, ""}, [](float u, float v) {
+        return st_vec{u, v, 0};
+    });
+    ASSERT_EQ(mesh.points.size(), 69531U);
+    st_lwObject *object = readBack(mesh);
+    ASSERT_NE(object, nullptr);
+    const st_lwPolygonList &polygons = object->layers->polygonList;
+    EXPECT_EQ(polygons.polygons[polygons.count - 1].vertices[2].index, 69530);
+    lwFreeObject(object);
+}
+
+TEST(ObjectWriter, refusesNamesThatTheRendererCannotKeep) {
+    // In a process of its own, which does not remove this one's files.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    st_mesh mesh;
+    addSurface(mesh, {std::string(32, 'n'), {1, 1, 1}, 0, ""});
+    EXPECT_EXIT(objectBytes(mesh), testing::ExitedWithCode(1), "^makeSet: surface name \"n{32}\"");
+}
+
+struct LayoutCase {
+    st_targaLayout layout;
+    int type, orientation;
+    std::string pixels; // of the loaded image
+};
+
+// Bottom row red, red, red, green; top row blue, white, white, white.
+static st_canvas smallPicture() {
+    const st_vec red = {1, 0, 0};
+    const st_vec white = {1, 1, 1};
+    return {4, 2, {red, red, red, {0, 1, 0}, {0, 0, 1}, white, white, white}};
+}
+
+TEST(TargaWriter, isReadBackInEveryLayout) {
+    const std::string r("\0\0\xFF", 3);
+    const std::string g("\0\xFF\0", 3);
+    const std::string b("\xFF\0\0", 3);
+    const std::string w("\xFF\xFF\xFF", 3);
+    const std::string f("\xFF");
+    const std::string bottom = r + r + r + g;
+    const std::string top = b + w + w + w;
+    const std::string bottomFull = r + f + r + f + r + f + g + f;
+    const std::string topFull = b + f + w + f + w + f + w + f;
+    const LayoutCase cases[] = {
+        {{24, false, false}, IMAGE_BGR, IMAGE_BOTTOM_LEFT, bottom + top},
+        {{24, true, false}, IMAGE_BGR, IMAGE_TOP_LEFT, top + bottom},
+        {{24, false, true}, IMAGE_BGR, IMAGE_BOTTOM_LEFT, bottom + top},
+        {{32, false, false}, IMAGE_BGRA, IMAGE_BOTTOM_LEFT, bottomFull + topFull},
+        {{32, true, true}, IMAGE_BGRA, IMAGE_TOP_LEFT, topFull + bottomFull},
+    };
+    for (const LayoutCase &expected : cases) {
+        const std::string path = testPath("small.tga");
+        writeBytes(path, targaBytes(smallPicture(), expected.layout));
+        st_image *image = targa_image_load(path.c_str(), 0, nullptr);
+        ASSERT_NE(image, nullptr);
+        EXPECT_EQ(image->type, expected.type);
+        EXPECT_EQ(image->orientation, expected.orientation);
+        EXPECT_EQ(image->width, 4);
+        EXPECT_EQ(image->height, 2);
+        EXPECT_EQ(
+            std::string(reinterpret_cast<const char *>(image->pixels), expected.pixels.size()),
+            expected.pixels);
+        std::free(image->pixels);
+        std::free(image);
+    }
+}
+
+TEST(TargaWriter, packsRuns) {
+    const std::string bytes = targaBytes(smallPicture(), {24, false, true});
+    const std::string packets =
+        std::string("\x82\0\0\xFF\0\0\xFF\0", 8) + std::string("\0\xFF\0\0\x82\xFF\xFF\xFF", 8);
+    EXPECT_EQ(bytes.substr(18), packets);
+}
+
+static float areaOf(const st_flatMesh &mesh) {
+    float area = 0;
+    for (const st_flatPolygon &polygon : mesh.polygons)
+        for (int i = 0; i < polygon.cornerCount; i++) {
+            const st_vec a = mesh.points[static_cast<std::size_t>(polygon.points[i])];
+            const int next = polygon.points[(i + 1) % polygon.cornerCount];
+            area += crossProduct(a, mesh.points[static_cast<std::size_t>(next)]).z / 2;
+        }
+    return area;
+}
+
+static st_outline square(float low, float high) {
+    return {{low, low, 0}, {high, low, 0}, {high, high, 0}, {low, high, 0}};
+}
+
+TEST(Tessellate, leavesHolesAndPairsTriangles) {
+    st_outline hole = square(1, 2);
+    std::reverse(hole.begin(), hole.end());
+    const st_flatMesh ring = tessellate({square(0, 3), hole});
+    EXPECT_FLOAT_EQ(areaOf(ring), 8);
+    EXPECT_LT(ring.polygons.size(), 8U); // eight triangles before they are paired
+    EXPECT_EQ(tessellate({square(0, 3)}).polygons.size(), 1U);
+}
+
+TEST(Tessellate, unitesOverlappingOutlinesWhicheverWayTheyRun) {
+    st_outline first = square(0, 2);
+    st_outline second = square(1, 3);
+    std::reverse(first.begin(), first.end());
+    std::reverse(second.begin(), second.end());
+    const std::vector<st_outline> united = unitedOutlines({first, second});
+    ASSERT_EQ(united.size(), 1U);
+    EXPECT_EQ(united[0].size(), 8U);
+    EXPECT_FLOAT_EQ(areaOf(tessellate(united)), 7);
+}
+
+static void expectOutward(const st_mesh &mesh) {
+    for (const st_polygon &polygon : mesh.polygons) {
+        const auto corner = [&](int i) {
+            return mesh.points[static_cast<std::size_t>(polygon.points[i])];
+        };
+        const st_vec normal =
+            crossProduct(corner(1) - corner(0), corner(polygon.cornerCount - 1) - corner(0));
+        EXPECT_GT(dotProduct(normal, corner(0) + corner(1) + corner(2)), 0);
+    }
+}
+
+TEST(Shapes, convexOnesFaceOutward) {
+    const st_surface surface = {"s", {1, 1, 1}, 0, ""};
+    expectOutward(boxShape({1, 2, 3}, surface));
+    expectOutward(blobShape({1, 2, 3}, 8, 6, 0, 1, surface));
+    expectOutward(latheShape({{0, -1}, {1, -0.5F}, {1, 0.5F}, {0, 1}}, 8, surface));
+    expectOutward(tubeShape({{{0, -1, 0}, 1}, {{0, 1, 0}, 1}}, 6, {1, 1}, surface));
+    expectOutward(slabShape({square(-1, 1)}, 0.5F, 1, surface));
+}
+
+TEST(MakeSet, saysWhyItCannotWrite) {
+    const std::string output = testPath("out.txt");
+    EXPECT_EQ(runChild({MAKE_SET}, "/", {}, output), 1);
+    EXPECT_EQ(readText(output), "makeSet: usage: makeSet OUTDIR\n");
+    writeBytes(testPath("file"), "");
+    EXPECT_EQ(runChild({MAKE_SET, testPath("file")}, "/", {}, output), 1);
+    EXPECT_EQ(readText(output),
+              "makeSet: cannot make the directory " + testPath("file") + "/lwo: Not a directory\n");
+}

@@ -1,0 +1,50 @@
+// See canvas.h.
+#include "workshop/canvas.h"
+
+#include "workshop/noise.h"
+
+#include <algorithm>
+#include <cmath>
+
+st_canvas paintCanvas(int width, int height, const std::function<st_vec(float, float)> &paint) {
+    st_canvas canvas = {width, height, {}};
+    canvas.pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    for (int y = 0; y < height; y++)
+        for (int x = 0; x < width; x++)
+            canvas.pixels.push_back(
+                paint((static_cast<float>(x) + 0.5F) / static_cast<float>(width),
+                      (static_cast<float>(y) + 0.5F) / static_cast<float>(height)));
+    return canvas;
+}
+
+static st_vec &pixelAt(st_canvas &canvas, int x, int y) {
+    const int column = (x % canvas.width + canvas.width) % canvas.width;
+    const int row = (y % canvas.height + canvas.height) % canvas.height;
+    return canvas.pixels[static_cast<std::size_t>(row) * static_cast<std::size_t>(canvas.width) +
+                         static_cast<std::size_t>(column)];
+}
+
+void addDab(st_canvas &canvas, const st_dab &dab) {
+    const float width = static_cast<float>(canvas.width);
+    const float height = static_cast<float>(canvas.height);
+    const float reach = std::max(dab.radius.u, dab.radius.v);
+    const float c = std::cos(dab.turn);
+    const float s = std::sin(dab.turn);
+    const int left = static_cast<int>(std::floor((dab.center.u - reach) * width));
+    const int right = static_cast<int>(std::ceil((dab.center.u + reach) * width));
+    const int bottom = static_cast<int>(std::floor((dab.center.v - reach) * height));
+    const int top = static_cast<int>(std::ceil((dab.center.v + reach) * height));
+    for (int y = bottom; y <= top; y++)
+        for (int x = left; x <= right; x++) {
+            const float u = (static_cast<float>(x) + 0.5F) / width - dab.center.u;
+            const float v = (static_cast<float>(y) + 0.5F) / height - dab.center.v;
+            const float across = (u * c + v * s) / dab.radius.u;
+            const float up = (v * c - u * s) / dab.radius.v;
+            const float away = std::sqrt(across * across + up * up);
+            if (away >= 1)
+                continue;
+            st_vec &pixel = pixelAt(canvas, x, y);
+            const float cover = dab.opacity * (1 - smoothStep(dab.hardness, 1, away));
+            pixel = mix(pixel, dab.color, cover);
+        }
+}

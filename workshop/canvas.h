@@ -1,0 +1,28 @@
+// Pictures in the making: painted by functions and by strokes.
+#pragma once
+
+#include "workshop/mesh.h"
+
+#include <functional>
+#include <vector>
+
+// Rows from the bottom of the picture up; colours red, green, blue from 0 to 1.
+struct st_canvas {
+    int width, height;
+    std::vector<st_vec> pixels;
+};
+
+struct st_dab {
+    st_uv center;
+    st_uv radius; // of the ellipse, before it is turned
+    float turn;   // radians
+    st_vec color;
+    float opacity;  // at the middle
+    float hardness; // share of the radius that is fully opaque
+};
+
+// A picture whose pixel at (u, v), both from 0 to 1, is paint(u, v).
+st_canvas paintCanvas(int width, int height, const std::function<st_vec(float, float)> &paint);
+
+// An elliptic touch of the brush; what leaves the picture at one edge enters at the other.
+void addDab(st_canvas &canvas, const st_dab &dab);

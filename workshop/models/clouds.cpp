@@ -1,0 +1,109 @@
+// Two clouds of overlapping lobes, and the old man who lives in a third.
+#include "workshop/models/models.h"
+#include "workshop/models/surfaces.h"
+#include "workshop/shapes.h"
+
+struct st_lobe {
+    st_vec at;
+    st_vec radius;
+};
+
+static void addLobes(st_mesh &mesh, const std::vector<st_lobe> &lobes, const st_surface &surface) {
+    unsigned seed = 300;
+    for (const st_lobe &lobe : lobes)
+        append(mesh, blobShape(lobe.radius, 12, 8, 0.10F, seed++, surface), moved(lobe.at));
+}
+
+st_mesh makeCloudOne() {
+    const std::vector<st_lobe> lobes = {{{0.0F, 0.0F, 0.0F}, {0.62F, 0.46F, 0.46F}},
+                                        {{0.62F, -0.10F, 0.0F}, {0.44F, 0.34F, 0.36F}},
+                                        {{-0.62F, -0.08F, 0.0F}, {0.48F, 0.36F, 0.38F}},
+                                        {{0.28F, 0.22F, 0.10F}, {0.42F, 0.36F, 0.36F}},
+                                        {{-0.30F, 0.18F, 0.08F}, {0.36F, 0.30F, 0.32F}},
+                                        {{1.0F, -0.18F, 0.0F}, {0.26F, 0.20F, 0.22F}},
+                                        {{-1.02F, -0.18F, 0.0F}, {0.24F, 0.18F, 0.22F}}};
+    st_mesh cloud;
+    addLobes(cloud, lobes, painted("cloud", "cloud.tga", SOFT));
+    st_mesh mesh;
+    append(mesh, cloud, moved({0, 1.62F, 1.9F}));
+    return mesh;
+}
+
+st_mesh makeCloudTwo() {
+    const std::vector<st_lobe> lobes = {{{0.0F, 0.0F, 0.0F}, {0.50F, 0.36F, 0.40F}},
+                                        {{0.48F, 0.06F, 0.05F}, {0.40F, 0.34F, 0.34F}},
+                                        {{-0.46F, -0.04F, 0.0F}, {0.40F, 0.28F, 0.32F}},
+                                        {{0.85F, -0.10F, 0.0F}, {0.28F, 0.20F, 0.24F}},
+                                        {{0.15F, 0.24F, 0.08F}, {0.30F, 0.26F, 0.26F}}};
+    st_mesh cloud;
+    addLobes(cloud, lobes, painted("cloud", "cloud.tga", SOFT));
+    st_mesh mesh;
+    append(mesh, cloud, moved({0, 0.42F, 3.4F}));
+    return mesh;
+}
+
+static void addFace(st_mesh &mesh) {
+    const st_surface skin = painted("skin", "skin.tga", SOFT);
+    // The middle of the skin picture lies at half the way around, which a quarter turn brings
+    // to the front.
+    append(mesh, blobShape({0.60F, 0.72F, 0.50F}, 20, 14, 0, 1, skin), turned({0, 1, 0}, 90));
+    const st_surface nose = plain("nose", mix(HAZE, ROSE, 0.62F), SOFT);
+    append(mesh, blobShape({0.15F, 0.17F, 0.20F}, 10, 8, 0, 1, nose), moved({0, -0.03F, 0.52F}));
+    append(mesh, blobShape({0.085F, 0.075F, 0.09F}, 8, 6, 0, 1, nose),
+           moved({0.12F, -0.10F, 0.50F}));
+    append(mesh, blobShape({0.085F, 0.075F, 0.09F}, 8, 6, 0, 1, nose),
+           moved({-0.12F, -0.10F, 0.50F}));
+    for (const float side : {-1.0F, 1.0F}) {
+        append(mesh, blobShape({0.13F, 0.14F, 0.09F}, 12, 8, 0, 1, plain("eye", MILK, SOFT)),
+               moved({side * 0.21F, 0.15F, 0.42F}));
+        append(mesh, blobShape({0.055F, 0.065F, 0.03F}, 10, 6, 0, 1, plain("pupil", INK, SOFT)),
+               moved({side * 0.19F, 0.12F, 0.505F}));
+        append(mesh, blobShape({0.10F, 0.15F, 0.06F}, 8, 6, 0, 1, nose),
+               moved({side * 0.60F, 0.02F, 0.02F}));
+    }
+    append(
+        mesh,
+        blobShape({0.13F, 0.05F, 0.08F}, 10, 6, 0, 1, plain("mouth", mix(ROSE, BARK, 0.55F), SOFT)),
+        moved({0, -0.36F, 0.47F}));
+}
+
+// Brows, moustache and beard are cloud too: that is the joke of him.
+static void addHair(st_mesh &mesh) {
+    const st_surface white = painted("cloud", "cloud.tga", SOFT);
+    for (const float side : {-1.0F, 1.0F}) {
+        append(mesh, blobShape({0.19F, 0.075F, 0.10F}, 10, 6, 0.15F, 410, white),
+               moved({side * 0.24F, 0.33F, 0.44F}) * turned({0, 0, 1}, side * -14));
+        append(mesh, blobShape({0.22F, 0.09F, 0.12F}, 10, 6, 0.15F, 411, white),
+               moved({side * 0.19F, -0.24F, 0.50F}) * turned({0, 0, 1}, side * -20));
+    }
+    addLobes(mesh,
+             {{{0.0F, -0.66F, 0.34F}, {0.36F, 0.28F, 0.26F}},
+              {{0.33F, -0.50F, 0.26F}, {0.26F, 0.30F, 0.24F}},
+              {{-0.33F, -0.50F, 0.26F}, {0.26F, 0.30F, 0.24F}},
+              {{0.0F, -0.98F, 0.30F}, {0.25F, 0.26F, 0.20F}},
+              {{0.02F, -1.24F, 0.27F}, {0.14F, 0.18F, 0.12F}}},
+             white);
+}
+
+st_mesh makeOldMan() {
+    st_mesh head;
+    addFace(head);
+    addHair(head);
+    addLobes(head,
+             {{{0.0F, 0.62F, -0.12F}, {0.58F, 0.30F, 0.42F}},
+              {{0.60F, 0.42F, -0.20F}, {0.36F, 0.34F, 0.36F}},
+              {{-0.60F, 0.42F, -0.20F}, {0.36F, 0.34F, 0.36F}},
+              {{0.86F, -0.05F, -0.24F}, {0.44F, 0.38F, 0.36F}},
+              {{-0.86F, -0.05F, -0.24F}, {0.44F, 0.38F, 0.36F}},
+              {{0.55F, -0.42F, -0.22F}, {0.46F, 0.34F, 0.36F}},
+              {{-0.55F, -0.42F, -0.22F}, {0.46F, 0.34F, 0.36F}},
+              {{1.25F, -0.22F, -0.26F}, {0.30F, 0.24F, 0.26F}},
+              {{-1.25F, -0.22F, -0.26F}, {0.30F, 0.24F, 0.26F}}},
+             painted("cloud", "cloud.tga", SOFT));
+    st_mesh mesh;
+    // He looks up a little, at the viewer above him.
+    append(mesh, head,
+           moved({0, 0.75F, 2.75F}) * turned({1, 0, 0}, 22) * facingMainView() *
+               scaled({0.85F, 0.85F, 0.85F}));
+    return mesh;
+}

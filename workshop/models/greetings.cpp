@@ -1,0 +1,133 @@
+// Three wheels of greetings: a cartwheel, a flower and a record. The show puts their hub at
+// the picture's lower left corner, so only names to the upper right of it are ever read: they
+// run outwards, one to a spoke, petal or track, and rise into sight as the wheel turns.
+#include "workshop/models/models.h"
+#include "workshop/models/surfaces.h"
+#include "workshop/shapes.h"
+#include "workshop/text.h"
+
+#include <cmath>
+
+constexpr float HUB = 0.44F;   // where names begin
+constexpr float RIM = 2.05F;   // where the wheel ends
+constexpr float DEPTH = 0.10F; // of spokes and petals
+
+struct st_lettering {
+    float size;
+    st_surface face, side;
+};
+
+// The name, shrunk if it is too long for its spoke, lying along +x.
+static st_mesh nameShape(const char *name, const st_lettering &lettering) {
+    st_textStyle style = {lettering.size, 0.05F,         0, 0.008F, 0.005F, false,
+                          lettering.face, lettering.side};
+    const float room = RIM - HUB - 0.16F;
+    const float width = textWidth(name, style);
+    if (width > room)
+        style.size *= room / width;
+    st_mesh mesh;
+    append(mesh, textShape(name, style), moved({HUB, -0.35F * style.size, DEPTH / 2 + 0.02F}));
+    return mesh;
+}
+
+static st_place spokePlace(std::size_t i, std::size_t count) {
+    // Half a spoke off the level, so that the resting wheel shows names on their way up.
+    const float step = 360.0F / static_cast<float>(count);
+    return turned({0, 0, 1}, (static_cast<float>(i) + 0.5F) * step);
+}
+
+static st_outline ringOutline(float radius, int corners, bool hole) {
+    st_outline outline;
+    for (int i = 0; i < corners; i++) {
+        const float angle =
+            (hole ? -1.0F : 1.0F) * 2 * PI * static_cast<float>(i) / static_cast<float>(corners);
+        outline.push_back({radius * std::cos(angle), radius * std::sin(angle), 0});
+    }
+    return outline;
+}
+
+static st_mesh towardsMainView(const st_mesh &wheel) {
+    st_mesh mesh;
+    append(mesh, wheel, facingMainView());
+    return mesh;
+}
+
+st_mesh makeGreetingsOne() {
+    static constexpr const char *NAMES[] = {"Moss Club",   "Teapots",  "Late Owls", "Wobble",
+                                            "Sock Drawer", "Porridge", "Mittens",   "Lanterns"};
+    constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
+    const st_surface wood = painted("wood", "wood.tga", 0);
+    const st_lettering lettering = {0.33F, plain("greet-letters", MILK, 0),
+                                    plain("greet-letters-side", mix(BARK, INK, 0.5F), 0)};
+    const st_outline plank = {
+        {0.2F, -0.10F, 0}, {RIM - 0.05F, -0.165F, 0}, {RIM - 0.05F, 0.165F, 0}, {0.2F, 0.10F, 0}};
+    st_mesh wheel;
+    for (std::size_t i = 0; i < COUNT; i++) {
+        append(wheel, slabShape({plank}, DEPTH, 1.0F, wood), spokePlace(i, COUNT));
+        append(wheel, nameShape(NAMES[i], lettering), spokePlace(i, COUNT));
+    }
+    append(wheel,
+           slabShape({ringOutline(RIM + 0.08F, 40, false), ringOutline(RIM - 0.06F, 40, true)},
+                     DEPTH * 1.4F, 1.0F, painted("bark", "bark.tga", 0)));
+    append(wheel,
+           latheShape({{0.34F, -0.1F}, {0.34F, 0.08F}, {0.22F, 0.14F}, {0.0F, 0.16F}}, 20,
+                      plain("hub", mix(WOOD, BARK, 0.5F), 0.7F)),
+           turned({1, 0, 0}, 90));
+    return towardsMainView(wheel);
+}
+
+// A petal along +x, pointed at the hub and round at the rim.
+static st_outline petalOutline() {
+    st_outline outline = {{0.22F, -0.04F, 0}, {0.62F, -0.20F, 0}, {1.45F, -0.26F, 0}};
+    for (int i = 0; i <= 6; i++) {
+        const float angle = (static_cast<float>(i) / 6 - 0.5F) * PI;
+        outline.push_back({RIM - 0.24F + 0.26F * std::cos(angle), 0.24F * std::sin(angle), 0});
+    }
+    outline.push_back({1.45F, 0.26F, 0});
+    outline.push_back({0.62F, 0.20F, 0});
+    outline.push_back({0.22F, 0.04F, 0});
+    return outline;
+}
+
+st_mesh makeGreetingsTwo() {
+    static constexpr const char *NAMES[] = {"Gravel",    "Duck Dept.", "Humdrum",
+                                            "Zebra Tea", "Spaghetti",  "Whalers",
+                                            "Cactus",    "Biscuit 9",  "Thunder"};
+    constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
+    const st_lettering lettering = {0.33F, plain("greet-letters", mix(INK, DUSK, 0.15F), 0),
+                                    plain("greet-letters-side", INK, 0)};
+    st_mesh wheel;
+    for (std::size_t i = 0; i < COUNT; i++) {
+        static constexpr const char *PETALS[3] = {"petal-milk", "petal-rose", "petal-sun"};
+        static constexpr st_vec COLORS[3] = {MILK, mix(ROSE, MILK, 0.35F), mix(SUN, MILK, 0.2F)};
+        append(wheel,
+               slabShape({petalOutline()}, DEPTH, 1.0F, plain(PETALS[i % 3], COLORS[i % 3], 0)),
+               spokePlace(i, COUNT));
+        append(wheel, nameShape(NAMES[i], lettering), spokePlace(i, COUNT));
+    }
+    append(wheel, blobShape({0.40F, 0.40F, 0.20F}, 18, 10, 0, 1, plain("hub", AMBER, SOFT)));
+    return towardsMainView(wheel);
+}
+
+st_mesh makeGreetingsThree() {
+    static constexpr const char *NAMES[] = {
+        "Midnight Jam", "Rubber Abbey", "Kettle Choir", "Salt & Static", "Plum Engine",
+        "Foghorn Five", "Tiny Monsoon", "Modest Goats", "Button Opera",  "Loose Change"};
+    constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
+    const st_lettering lettering = {0.33F, plain("greet-letters", SUN, 0),
+                                    plain("greet-letters-side", mix(AMBER, BARK, 0.6F), 0)};
+    st_mesh disc = slabShape({ringOutline(RIM + 0.05F, 48, false)}, DEPTH, 2 * (RIM + 0.05F),
+                             painted("record", "record.tga", 0));
+    for (st_polygon &polygon : disc.polygons)
+        for (st_uv &uv : polygon.uvs)
+            uv = {uv.u + 0.5F, uv.v + 0.5F};
+    st_mesh wheel;
+    append(wheel, disc);
+    for (std::size_t i = 0; i < COUNT; i++)
+        append(wheel, nameShape(NAMES[i], lettering), spokePlace(i, COUNT));
+    append(wheel,
+           latheShape({{0.30F, -0.08F}, {0.30F, 0.08F}, {0.05F, 0.09F}, {0.0F, 0.14F}}, 20,
+                      plain("hub", ROSE, 0.5F)),
+           turned({1, 0, 0}, 90));
+    return towardsMainView(wheel);
+}

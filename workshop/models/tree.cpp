@@ -1,0 +1,87 @@
+// The tree: a bent trunk with roots, boughs, and a crown of leafy lumps with apples in it.
+#include "workshop/models/island.h"
+#include "workshop/models/models.h"
+#include "workshop/models/surfaces.h"
+#include "workshop/random.h"
+#include "workshop/shapes.h"
+
+#include <cmath>
+
+constexpr float TREE_X = 0.62F;
+constexpr float TREE_Z = 0.95F;
+
+static void addTrunk(st_mesh &mesh, st_vec foot) {
+    const st_surface bark = painted("bark", "bark.tga", ROUND);
+    const std::vector<st_ring> rings = {
+        {foot + st_vec{0, -0.10F, 0}, 0.30F},        {foot + st_vec{0, 0.06F, 0}, 0.20F},
+        {foot + st_vec{0.02F, 0.30F, 0}, 0.145F},    {foot + st_vec{0.07F, 0.65F, 0.02F}, 0.12F},
+        {foot + st_vec{0.05F, 1.05F, 0.04F}, 0.11F}, {foot + st_vec{-0.02F, 1.45F, 0.02F}, 0.085F},
+        {foot + st_vec{-0.03F, 1.85F, 0}, 0.04F}};
+    append(mesh, tubeShape(rings, 10, {2, 2}, bark));
+    static constexpr st_vec BOUGHS[] = {{0.62F, 1.42F, -0.10F},
+                                        {-0.66F, 1.36F, 0.05F},
+                                        {0.15F, 1.55F, 0.50F},
+                                        {-0.1F, 1.40F, -0.5F}};
+    for (const st_vec &tip : BOUGHS) {
+        const st_vec start = foot + st_vec{0.05F, 0.85F, 0.03F};
+        const st_vec end = foot + tip;
+        const st_vec middle = (start + end) * 0.5F + st_vec{0, -0.08F, 0};
+        append(mesh, tubeShape({{start, 0.075F}, {middle, 0.055F}, {end, 0.03F}}, 6, {1, 1}, bark));
+    }
+    for (int i = 0; i < 5; i++) {
+        const float angle = static_cast<float>(i) * 1.35F + 0.4F;
+        const st_vec out = {std::cos(angle), 0, std::sin(angle)};
+        const st_vec tip = onIsland(foot.x + out.x * 0.48F, foot.z + out.z * 0.48F);
+        append(mesh, tubeShape({{foot + st_vec{0, 0.10F, 0} + out * 0.08F, 0.09F},
+                                {foot + out * 0.27F + st_vec{0, 0.0F, 0}, 0.06F},
+                                {tip + st_vec{0, -0.04F, 0}, 0.015F}},
+                               6, {1, 1}, bark));
+    }
+}
+
+struct st_lump {
+    st_vec at; // from the foot
+    float size;
+};
+
+static constexpr st_lump LUMPS[] = {
+    {{0.00F, 1.95F, 0.05F}, 0.56F},   {{0.55F, 1.62F, -0.05F}, 0.50F},
+    {{-0.58F, 1.55F, 0.05F}, 0.48F},  {{0.18F, 1.60F, 0.48F}, 0.46F},
+    {{-0.12F, 1.55F, -0.46F}, 0.45F}, {{0.92F, 1.36F, 0.10F}, 0.32F},
+    {{-0.95F, 1.30F, -0.05F}, 0.30F}, {{0.40F, 1.30F, -0.42F}, 0.31F},
+    {{-0.30F, 2.28F, 0.0F}, 0.33F}};
+
+static void addCrown(st_mesh &mesh, st_vec foot) {
+    const st_surface light = painted("leaves", "leaves.tga", SOFT);
+    const st_surface dark = tinted("leaves-shade", "leaves.tga", SOFT, {0.80F, 0.90F, 0.85F});
+    unsigned seed = 200;
+    for (const st_lump &lump : LUMPS) {
+        const st_vec radius = {lump.size, lump.size * 0.84F, lump.size};
+        append(mesh, blobShape(radius, 12, 8, 0.24F, seed, seed % 3 == 0 ? dark : light),
+               moved(foot + lump.at));
+        seed++;
+    }
+}
+
+// Apples peep out of the crown's lower half, mostly on the side of the main view.
+static void addApples(st_mesh &mesh, st_vec foot) {
+    const st_surface skin = plain("apple", mix(ROSE, colorOf(0xD0302A), 0.55F), SOFT);
+    st_random random = {77};
+    for (const st_lump &lump : LUMPS) {
+        const float around = nextRandom(random, -2.4F, -0.7F);
+        const float up = nextRandom(random, -0.55F, 0.25F);
+        const st_vec out = {std::cos(around) * std::cos(up), std::sin(up) * 0.84F,
+                            std::sin(around) * std::cos(up)};
+        append(mesh, blobShape({0.065F, 0.06F, 0.065F}, 7, 5, 0, 1, skin),
+               moved(foot + lump.at + out * (lump.size * 1.0F)));
+    }
+}
+
+st_mesh makeTree() {
+    st_mesh mesh;
+    const st_vec foot = onIsland(TREE_X, TREE_Z);
+    addTrunk(mesh, foot);
+    addCrown(mesh, foot);
+    addApples(mesh, foot);
+    return mesh;
+}

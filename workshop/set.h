@@ -1,0 +1,17 @@
+// The default set of the show.
+#pragma once
+
+#include "workshop/mesh.h"
+
+#include <string>
+#include <vector>
+
+struct st_model {
+    const char *file; // in the directory lwo
+    st_mesh (*make)();
+};
+
+const std::vector<st_model> &allModels();
+
+// Writes the models and their textures into directory. Stops the program on failure.
+void writeModels(const std::string &directory);

@@ -1,0 +1,46 @@
+// Basic shapes. Each is a mesh of one surface, wound to be seen from outside, with texture
+// coordinates; append() puts it in its place.
+#pragma once
+
+#include "workshop/mesh.h"
+#include "workshop/tessellate.h"
+
+#include <functional>
+
+// A sheet of cells bent by a function: what every round shape here is made of.
+struct st_sheet {
+    int columns, rows; // cells
+    bool closed;       // the last column of cells joins the first
+    bool bottom, top;  // the first, last row of points is a single point
+    st_uv repeat;      // texture coordinates run from 0 to this
+};
+
+// at(u, v) gives the point for u and v from 0 to 1. The side seen is the one from which u runs
+// to the right while v runs up.
+st_mesh sheetShape(const st_sheet &sheet, const st_surface &surface,
+                   const std::function<st_vec(float u, float v)> &at);
+
+// Around the origin; every face shows the whole texture.
+st_mesh boxShape(st_vec size, const st_surface &surface);
+
+// A ball with half axes `radius`, dented and swollen by up to `lumps` of its size.
+st_mesh blobShape(st_vec radius, int columns, int rows, float lumps, unsigned seed,
+                  const st_surface &surface);
+
+struct st_ring {
+    st_vec center;
+    float radius;
+};
+
+// A pipe through rings, open at both ends; the texture runs `repeat` times along it.
+st_mesh tubeShape(const std::vector<st_ring> &rings, int columns, st_uv repeat,
+                  const st_surface &surface);
+
+// Turned about the y axis: x of the profile is the radius, y the height, from bottom to top.
+// A radius of 0 at an end closes it.
+st_mesh latheShape(const std::vector<st_uv> &profile, int columns, const st_surface &surface);
+
+// A flat outline (counter-clockwise, convex or not; z is ignored) made `depth` thick around
+// z = 0. The texture lies flat on the front and the back, as many times as its units say.
+st_mesh slabShape(const std::vector<st_outline> &outlines, float depth, float units,
+                  const st_surface &surface);

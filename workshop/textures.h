@@ -1,0 +1,15 @@
+// The pictures of the set, painted by code.
+#pragma once
+
+#include "workshop/targaWriter.h"
+
+#include <string>
+#include <vector>
+
+struct st_texture {
+    const char *file; // beside the models
+    st_targaLayout layout;
+    st_canvas (*paint)();
+};
+
+const std::vector<st_texture> &allTextures();
