@@ -1,0 +1,130 @@
+#include "renderer/celShading.h"
+#include "tests/renderer/models.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStdout;
+
+// What loading a missing file of that path prints.
+static std::string failureOf(const std::string &path) {
+    CaptureStdout();
+    EXPECT_EQ(newLwoObj(path.c_str(), 1), nullptr);
+    return GetCapturedStdout();
+}
+
+TEST(Loading, freshModelHasItsDefaults) {
+    const st_lwoObj *model = loadModel(surf("a") + TRIANGLE + polygonTags({"a"}, {0}), 2);
+    ASSERT_NE(model, nullptr);
+    EXPECT_EQ(model->rObjCount, 1);
+    EXPECT_EQ(model->useTransform, 1);
+    EXPECT_EQ(floats(model->position, 3), (std::vector<float>{0, 0, 0}));
+    EXPECT_EQ(floats(model->rotAxis, 3), (std::vector<float>{0, 0, 0}));
+    EXPECT_EQ(model->rotAngle, 0);
+    EXPECT_EQ(floats(model->scale, 3), (std::vector<float>{1, 1, 1}));
+    for (const int ready : model->contextReady)
+        EXPECT_EQ(ready, 0);
+
+    const st_rObj &rObj = model->rObjs[0];
+    EXPECT_EQ(rObj.showNormals, 0);
+    EXPECT_EQ(rObj.lighting, 1);
+    EXPECT_EQ(rObj.visible, 1);
+    EXPECT_EQ(rObj.textureEnabled, 0);
+    EXPECT_EQ(rObj.internalColor, 1);
+    EXPECT_EQ(rObj.contextCount, 2);
+    EXPECT_EQ(rObj.celShading->enabled, 0);
+    EXPECT_EQ(rObj.textures, nullptr);
+}
+
+TEST(Loading, freshSubObjectHasItsDefaultsAndColorArrays) {
+    const st_lwoObj *model = loadModel(surf("a") + TRIANGLE + polygonTags({"a"}, {0}));
+    ASSERT_EQ(model->rObjs[0].subObjCount, 1);
+    const st_subObj &subObj = model->rObjs[0].subObjs[0];
+    EXPECT_EQ(subObj.textureIds, nullptr);
+    EXPECT_EQ(subObj.clipIndex, 0);
+    EXPECT_EQ(subObj.projection, 0);
+    EXPECT_EQ(subObj.visible, 1);
+    EXPECT_EQ(subObj.textured, 1);
+    EXPECT_EQ(subObj.colorsDirty, 0);
+    EXPECT_EQ(subObj.frontBuffer, 0);
+    EXPECT_EQ(subObj.useColorArray, 0);
+    EXPECT_STREQ(subObj.name, "a");
+    EXPECT_EQ(floats(subObj.fillColor, 3), (std::vector<float>{0.5F, 0.25F, 1}));
+    for (int buffer = 0; buffer < 2; buffer++) {
+        EXPECT_NE(subObj.colors[buffer][0], nullptr);
+        EXPECT_EQ(subObj.colors[buffer][1], nullptr) << "no quads";
+    }
+}
+
+TEST(Loading, everyLayerGetsARenderObjectWithAllSurfaces) {
+    const st_lwoObj *model =
+        loadModel(polygonTags({"a", "b"}, {}) + surf("a") + surf("b") + layr(0) + TRIANGLE +
+                  layr(1) + QUAD + chunk("PTAG", "SURF" + vx(0) + vx(1)));
+    ASSERT_NE(model, nullptr);
+    ASSERT_EQ(model->rObjCount, 2);
+    const int expected[2][2][2] = {{{1, 0}, {0, 0}}, {{0, 0}, {0, 1}}};
+    for (int i = 0; i < 2; i++) {
+        ASSERT_EQ(model->rObjs[i].subObjCount, 2);
+        for (int k = 0; k < 2; k++) {
+            EXPECT_EQ(model->rObjs[i].subObjs[k].triCount, expected[i][k][0]);
+            EXPECT_EQ(model->rObjs[i].subObjs[k].quadCount, expected[i][k][1]);
+        }
+    }
+}
+
+TEST(Loading, directoryIsWhatStandsBeforeTheLastSeparator) {
+    std::filesystem::create_directories(testPath("cwd/lwo/b"));
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(testPath("cwd"));
+    const struct {
+        const char *path, *dir;
+    } cases[] = {{"lwo/t.lwo", "lwo"},   {"t.lwo", "./"},  {"lwo/b/c.lwo", "lwo/b"},
+                 {"disk:c.lwo", "disk"}, {":c.lwo", "./"}, {"lwo//c.lwo", "lwo/"}};
+    for (const auto &item : cases) {
+        writeFile(item.path, form("LWO2", TRIANGLE));
+        const st_lwoObj *model = newLwoObj(item.path, 1);
+        ASSERT_NE(model, nullptr) << item.path;
+        EXPECT_STREQ(model->rObjs[0].dir, item.dir) << item.path;
+    }
+    std::filesystem::current_path(before);
+}
+
+TEST(Loading, unreadableFilesGiveAMessageAndNull) {
+    EXPECT_EQ(failureOf("none/tree3d.lwo"), "lwoRenderer> Couldn't load none/tree3d.lwo.\n");
+    const std::string path = testPath("bad.lwo");
+    writeFile(path, form("LWO2", "SURF"));
+    EXPECT_EQ(failureOf(path), "lwoRenderer> Couldn't load " + path + ".\n");
+}
+
+TEST(Loading, directoryMustFitItsField) {
+    const std::string root = testPath("");
+    const std::string fitting = root + std::string(199 - root.size(), 'd');
+    for (const std::string &dir : {fitting, fitting + "d"}) {
+        std::filesystem::create_directories(dir);
+        writeFile(dir + "/m.lwo", form("LWO2", TRIANGLE));
+    }
+    const st_lwoObj *model = newLwoObj((fitting + "/m.lwo").c_str(), 1);
+    ASSERT_NE(model, nullptr);
+    EXPECT_EQ(model->rObjs[0].dir, fitting);
+    const std::string tooLong = fitting + "d/m.lwo";
+    EXPECT_EQ(failureOf(tooLong), "lwoRenderer> Couldn't load " + tooLong + ".\n");
+}
+
+TEST(Loading, modelsThatMultiplyBeyondAllMemoryAreRefused) {
+    std::string chunks = polygonTags({"a"}, {});
+    for (int i = 0; i < 6000; i++)
+        chunks += surf("a") + layr(static_cast<unsigned>(i));
+    CaptureStdout();
+    EXPECT_EQ(loadModel(chunks), nullptr);
+    EXPECT_EQ(GetCapturedStdout().substr(0, 12), "lwoRenderer>");
+}
+
+TEST(Loading, fewerThanOneRenderObjectIsAnEmptyArray) {
+    std::free(makeRObjs(0));
+    st_rObj *rObjs = makeRObjs(2);
+    EXPECT_EQ(rObjs[1].lighting, 1);
+    EXPECT_EQ(rObjs[1].subObjCount, 0);
+    EXPECT_NE(rObjs[1].celShading, nullptr);
+}
