@@ -2,8 +2,20 @@
 #include "renderer/lwoRenderer.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
-#include <strings.h>
+
+static int lowerCase(char character) {
+    return std::tolower(static_cast<unsigned char>(character));
+}
+
+static bool isSameName(const char *a, const char *b) {
+    while (*a != '\0' && lowerCase(*a) == lowerCase(*b)) {
+        a++;
+        b++;
+    }
+    return *a == *b;
+}
 
 static st_rObj *layerOf(st_lwoObj *obj, int layer) {
     return layer >= 0 && layer < obj->rObjCount ? &obj->rObjs[layer] : nullptr;
@@ -14,7 +26,7 @@ int getSubObjIndex(st_lwoObj *obj, int layer, const char *name) {
     if (rObj == nullptr)
         return -1;
     for (int i = 0; i < rObj->subObjCount; i++)
-        if (strcasecmp(rObj->subObjs[i].name, name) == 0)
+        if (isSameName(rObj->subObjs[i].name, name))
             return i;
     return -1;
 }
