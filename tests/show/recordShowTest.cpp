@@ -1,8 +1,8 @@
 // recordShow on the default set: the pictures are there, complete and the same each time.
+#include "tests/show/pngPicture.h"
 #include "tests/support/childProcess.h"
 
 #include <gtest/gtest.h>
-#include <png.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -10,30 +10,6 @@
 #include <set>
 
 namespace fs = std::filesystem;
-
-namespace {
-
-struct Picture {
-    unsigned width = 0;
-    unsigned height = 0;
-    std::vector<unsigned char> rgb;
-};
-
-} // namespace
-
-static Picture readPng(const std::string &path) {
-    Picture picture;
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (png_image_begin_read_from_file(&image, path.c_str()) == 0)
-        return picture;
-    image.format = PNG_FORMAT_RGB;
-    picture.rgb.resize(PNG_IMAGE_SIZE(image));
-    png_image_finish_read(&image, nullptr, picture.rgb.data(), 0, nullptr);
-    picture.width = image.width;
-    picture.height = image.height;
-    return picture;
-}
 
 static int recordShow(std::vector<std::string> arguments, const std::string &output) {
     arguments.insert(arguments.begin(), RECORD_SHOW);
