@@ -6,7 +6,7 @@ SHOW_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libegl-dev libglu1-mes
     freeglut3-dev libsdl2-dev libsdl2-mixer-dev libpng-dev libfreetype-dev libvorbis-dev
     fonts-dejavu-core libgl1-mesa-dri libegl1 x11-utils)
 CHECK_PACKAGES=(clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
-    xvfb xauth xdotool)
+    xvfb xauth xdotool openbox)
 
 say() { printf '%s\n' "$*"; }
 

@@ -32,10 +32,16 @@ protected:
             directory, {}, number);
         ASSERT_TRUE(waitUntil([&] { return readNumber(number) >= 0; })) << readText(number);
         display = "DISPLAY=:" + std::to_string(readNumber(number));
+        // Full screen is the window manager's to give.
+        manager = startChild({"openbox"}, directory, {display}, directory + "/openbox.txt");
+        ASSERT_TRUE(waitUntil([&] {
+            return output({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"}).find("window id #") !=
+                   std::string::npos;
+        })) << readText(directory + "/openbox.txt");
     }
 
     void TearDown() override {
-        for (Child *child : {&show, &server})
+        for (Child *child : {&show, &manager, &server})
             if (child->pid > 0) {
                 signalChild(*child, SIGKILL);
                 waitChild(*child);
@@ -53,11 +59,15 @@ protected:
         window = std::to_string(std::atol(xdotool({"search", "--name", TITLE}).c_str()));
     }
 
-    // What xdotool prints.
+    // What a program of the display prints.
+    std::string output(const std::vector<std::string> &command) const {
+        runChild(command, directory, {display}, directory + "/command.txt");
+        return readText(directory + "/command.txt");
+    }
+
     std::string xdotool(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), "xdotool");
-        runChild(arguments, directory, {display}, directory + "/xdotool.txt");
-        return readText(directory + "/xdotool.txt");
+        return output(arguments);
     }
 
     // The display's number is the only line that is one.
@@ -74,6 +84,7 @@ protected:
     std::string display;
     std::string window;
     Child server;
+    Child manager;
     Child show;
 };
 
