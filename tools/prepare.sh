@@ -4,7 +4,7 @@
 # Packages that building and running the show takes, and those that the checks add.
 SHOW_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libegl-dev libglu1-mesa-dev
     freeglut3-dev libsdl2-dev libsdl2-mixer-dev libpng-dev libfreetype-dev libvorbis-dev
-    fonts-dejavu-core libgl1-mesa-dri libegl1 x11-utils)
+    fonts-cherrybomb libgl1-mesa-dri libegl1 x11-utils)
 CHECK_PACKAGES=(clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
     xvfb xauth xdotool openbox)
 
