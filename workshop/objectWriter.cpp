@@ -143,34 +143,51 @@ static void checkNames(const st_mesh &mesh) {
             stop("surface name \"" + surface.name + "\" does not fit in 31 characters");
 }
 
-std::string objectBytes(const st_mesh &mesh) {
-    checkNames(mesh);
+// Chunks that go to different places in the file.
+struct st_parts {
     std::map<std::string, int> clips; // image name to clip index, from 1
     std::string pointMaps;
     std::string cornerMaps;
     std::string clipChunks;
     std::string surfaces;
-    for (std::size_t i = 0; i < mesh.surfaces.size(); i++) {
-        const st_surface &surface = mesh.surfaces[i];
-        int clip = 0;
-        if (!surface.image.empty()) {
-            const auto entry = clips.emplace(surface.image, static_cast<int>(clips.size()) + 1);
-            clip = entry.first->second;
-            if (entry.second)
-                clipChunks += chunk("CLIP", u4(static_cast<std::uint32_t>(clip)) +
-                                                subChunk("STIL", text(surface.image)));
-            const st_uvMap map = uvMapOf(mesh, static_cast<int>(i));
-            const std::string head = "TXUV" + u2(2) + text(surface.name);
-            pointMaps += chunk("VMAP", head + map.points);
-            if (!map.corners.empty())
-                cornerMaps += chunk("VMAD", head + map.corners);
-        }
-        surfaces += surfaceChunk(surface, clip);
+};
+
+static int clipOf(st_parts &parts, const std::string &image) {
+    const auto [entry, isNew] =
+        parts.clips.emplace(image, static_cast<int>(parts.clips.size()) + 1);
+    if (isNew)
+        parts.clipChunks += chunk("CLIP", u4(static_cast<std::uint32_t>(entry->second)) +
+                                              subChunk("STIL", text(image)));
+    return entry->second;
+}
+
+static void addSurfaceParts(st_parts &parts, const st_mesh &mesh, std::size_t i) {
+    const st_surface &surface = mesh.surfaces[i];
+    if (surface.image.empty()) {
+        parts.surfaces += surfaceChunk(surface, 0);
+        return;
     }
+    const st_uvMap map = uvMapOf(mesh, static_cast<int>(i));
+    const std::string head = "TXUV" + u2(2) + text(surface.name);
+    parts.pointMaps += chunk("VMAP", head + map.points);
+    if (!map.corners.empty())
+        parts.cornerMaps += chunk("VMAD", head + map.corners);
+    parts.surfaces += surfaceChunk(surface, clipOf(parts, surface.image));
+}
+
+std::string objectBytes(const st_mesh &mesh) {
+    checkNames(mesh);
+    st_parts parts;
+    // Textured surfaces first: the renderer leaves texturing on between models and turns it off
+    // after a textured surface, so a plain one at the start would wear another model's picture.
+    for (const bool textured : {true, false})
+        for (std::size_t i = 0; i < mesh.surfaces.size(); i++)
+            if (mesh.surfaces[i].image.empty() != textured)
+                addSurfaceParts(parts, mesh, i);
     const std::string layer = u2(0) + u2(0) + vector({0, 0, 0}) + text("");
     const std::string chunks = tagChunks(mesh) + chunk("LAYR", layer) + pointChunk(mesh) +
-                               pointMaps + polygonChunk(mesh) + polygonTagChunk(mesh) + cornerMaps +
-                               clipChunks + surfaces;
+                               parts.pointMaps + polygonChunk(mesh) + polygonTagChunk(mesh) +
+                               parts.cornerMaps + parts.clipChunks + parts.surfaces;
     return "FORM" + u4(static_cast<std::uint32_t>(4 + chunks.size())) + "LWO2" + chunks;
 }
 

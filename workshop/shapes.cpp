@@ -111,7 +111,7 @@ st_mesh tubeShape(const std::vector<st_ring> &rings, int columns, st_uv repeat,
         ringAxes(rings, i, side, front);
         const float around = u * 2 * PI;
         return rings[i].center + side * (rings[i].radius * std::cos(around)) +
-               front * (rings[i].radius * std::sin(around));
+               front * (-rings[i].radius * std::sin(around));
     });
 }
 

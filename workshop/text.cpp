@@ -28,6 +28,10 @@ struct st_flattening {
 // The program has one font, open until it ends.
 static FT_Face theFont = nullptr;
 
+st_textStyle plainStyle(float size, float depth, const st_surface &face, const st_surface &side) {
+    return {size, depth, 0, 0.015F, 0, false, true, face, side};
+}
+
 void openFont(const std::string &path) {
     static FT_Library library = nullptr;
     if (library == nullptr && FT_Init_FreeType(&library) != 0)
@@ -207,6 +211,11 @@ static void addSides(st_mesh &mesh, int surface, const st_outline &contour, st_v
                          st_vec{0, 0, level.z});
     for (int row = 0; row + 1 < static_cast<int>(levels.size()); row++)
         for (int i = 0; i < count; i++) {
+            const st_vec along = contour[static_cast<std::size_t>((i + 1) % count)] -
+                                 contour[static_cast<std::size_t>(i)];
+            // The wall looks to the right of its way: down, where that way leads to the right.
+            if (!style.undersides && along.x > 0.4F * lengthOf(along))
+                continue;
             const int a = first + row * count + i;
             const int b = first + row * count + (i + 1) % count;
             addQuad(mesh, surface, a, b, b + count, a + count);

@@ -12,9 +12,13 @@ struct st_textStyle {
     float tolerance; // how far a flattened curve may stray, in ems
     float tracking;  // added between letters, in ems
     bool back;       // whether the back is closed
+    bool undersides; // whether there are side walls that face down
     st_surface face; // its texture runs from descender to ascender, once per em across
     st_surface side;
 };
+
+// A plain cut letter: closed at the sides, open at the back.
+st_textStyle plainStyle(float size, float depth, const st_surface &face, const st_surface &side);
 
 // Opens the set's font. Stops the program when it is not there.
 void openFont(const std::string &path);

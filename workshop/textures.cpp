@@ -251,7 +251,17 @@ static st_canvas paintLonelyFace() {
     return canvas;
 }
 
-// Half of a record, seen from above: grooves around the middle of the picture.
+// A petal from the hub at u = 0 to its tip: bright, with veins that run along it.
+static st_canvas paintPetal() {
+    return paintCanvas(128, 64, [](float u, float v) {
+        const float vein = tiledNoise(u, v, 3, 24, 75);
+        const float base = mix(0.72F, 1.0F, smoothStep(0.15F, 0.6F, u + 0.15F * vein));
+        const float edge = 1 - 0.10F * smoothStep(0.06F, 0.12F, std::fabs(v - 0.5F));
+        return WHITE * (base * edge * (0.95F + 0.05F * vein));
+    });
+}
+
+// A record seen from above: grooves around the middle of the picture.
 static st_canvas paintRecord() {
     return paintCanvas(256, 256, [](float u, float v) {
         const float x = u - 0.5F;
@@ -290,6 +300,7 @@ const std::vector<st_texture> &allTextures() {
         {"skin.tga", PLAIN, paintSkin},
         {"sunface.tga", FROM_TOP, paintSunFace},
         {"lonely.tga", PACKED, paintLonelyFace},
-        {"record.tga", PACKED, paintRecord}};
+        {"record.tga", PACKED, paintRecord},
+        {"petal.tga", PACKED, paintPetal}};
     return textures;
 }

@@ -66,6 +66,7 @@ static void expectDrawable(const st_lwObject &object) {
                   0)
             << "polygon " << i << " has no area";
     }
+    EXPECT_NE(object.surfaces->color.textures, nullptr) << "a plain surface would come first";
     for (const st_lwSurface *surface = object.surfaces; surface != nullptr;
          surface = surface->next) {
         EXPECT_LE(std::strlen(surface->name), 31U);

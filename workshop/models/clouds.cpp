@@ -46,7 +46,7 @@ static void addFace(st_mesh &mesh) {
     const st_surface skin = painted("skin", "skin.tga", SOFT);
     // The middle of the skin picture lies at half the way around, which a quarter turn brings
     // to the front.
-    append(mesh, blobShape({0.60F, 0.72F, 0.50F}, 20, 14, 0, 1, skin), turned({0, 1, 0}, 90));
+    append(mesh, blobShape({0.60F, 0.72F, 0.50F}, 18, 12, 0, 1, skin), turned({0, 1, 0}, 90));
     const st_surface nose = plain("nose", mix(HAZE, ROSE, 0.62F), SOFT);
     append(mesh, blobShape({0.15F, 0.17F, 0.20F}, 10, 8, 0, 1, nose), moved({0, -0.03F, 0.52F}));
     append(mesh, blobShape({0.085F, 0.075F, 0.09F}, 8, 6, 0, 1, nose),
@@ -103,7 +103,7 @@ st_mesh makeOldMan() {
     st_mesh mesh;
     // He looks up a little, at the viewer above him.
     append(mesh, head,
-           moved({0, 0.75F, 2.75F}) * turned({1, 0, 0}, 22) * facingMainView() *
+           moved({0, 0.55F, 2.75F}) * turned({1, 0, 0}, 22) * facingMainView() *
                scaled({0.85F, 0.85F, 0.85F}));
     return mesh;
 }

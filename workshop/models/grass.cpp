@@ -7,8 +7,8 @@
 
 #include <cmath>
 
-constexpr int TUFTS = 190;
-constexpr int BLADES = 5;
+constexpr int TUFTS = 175;
+constexpr int BLADES = 4;
 constexpr int FLOWERS = 34;
 
 // Three slender sides that meet in a leaning tip: one of them always looks at the viewer.
@@ -55,14 +55,9 @@ static void addFlower(st_mesh &mesh, st_vec root, float height, const st_surface
     const st_vec top = root + st_vec{0, height, 0};
     const st_surface stem = plain("stem", MOSS, ROUND);
     append(mesh, tubeShape({{root, 0.008F}, {top, 0.006F}}, 3, {1, 1}, stem));
-    const st_place tilt = moved(top) * turned({1, 0, 0}, -38);
-    append(
-        mesh,
-        latheShape({{0.0F, -0.012F}, {0.055F, 0.012F}, {0.02F, 0.012F}, {0.0F, 0.012F}}, 8, petals),
-        tilt);
-    append(mesh,
-           latheShape({{0.024F, 0.008F}, {0.018F, 0.026F}, {0.0F, 0.032F}}, 6,
-                      plain("pollen", AMBER, SOFT)),
+    const st_place tilt = moved(top) * turned({1, 0, 0}, -30);
+    append(mesh, latheShape({{0.0F, -0.014F}, {0.055F, 0.014F}, {0.0F, 0.002F}}, 9, petals), tilt);
+    append(mesh, latheShape({{0.024F, 0.006F}, {0.0F, 0.030F}}, 6, plain("pollen", AMBER, SOFT)),
            tilt);
 }
 

@@ -19,8 +19,8 @@ struct st_lettering {
 
 // The name, shrunk if it is too long for its spoke, lying along +x.
 static st_mesh nameShape(const char *name, const st_lettering &lettering) {
-    st_textStyle style = {lettering.size, 0.05F,         0, 0.008F, 0.005F, false,
-                          lettering.face, lettering.side};
+    st_textStyle style = plainStyle(lettering.size, 0.05F, lettering.face, lettering.side);
+    style.tolerance = 0.018F;
     const float room = RIM - HUB - 0.16F;
     const float width = textWidth(name, style);
     if (width > room)
@@ -99,10 +99,13 @@ st_mesh makeGreetingsTwo() {
     st_mesh wheel;
     for (std::size_t i = 0; i < COUNT; i++) {
         static constexpr const char *PETALS[3] = {"petal-milk", "petal-rose", "petal-sun"};
-        static constexpr st_vec COLORS[3] = {MILK, mix(ROSE, MILK, 0.35F), mix(SUN, MILK, 0.2F)};
-        append(wheel,
-               slabShape({petalOutline()}, DEPTH, 1.0F, plain(PETALS[i % 3], COLORS[i % 3], 0)),
-               spokePlace(i, COUNT));
+        static constexpr st_vec COLORS[3] = {MILK, mix(ROSE, MILK, 0.15F), mix(SUN, MILK, 0.2F)};
+        st_mesh petal = slabShape({petalOutline()}, DEPTH, 2.2F,
+                                  tinted(PETALS[i % 3], "petal.tga", 0, COLORS[i % 3]));
+        for (st_polygon &polygon : petal.polygons)
+            for (st_uv &uv : polygon.uvs)
+                uv.v += 0.5F;
+        append(wheel, petal, spokePlace(i, COUNT));
         append(wheel, nameShape(NAMES[i], lettering), spokePlace(i, COUNT));
     }
     append(wheel, blobShape({0.40F, 0.40F, 0.20F}, 18, 10, 0, 1, plain("hub", AMBER, SOFT)));
@@ -110,17 +113,22 @@ st_mesh makeGreetingsTwo() {
 }
 
 st_mesh makeGreetingsThree() {
-    static constexpr const char *NAMES[] = {
-        "Midnight Jam", "Rubber Abbey", "Kettle Choir", "Salt & Static", "Plum Engine",
-        "Foghorn Five", "Tiny Monsoon", "Modest Goats", "Button Opera",  "Loose Change"};
+    static constexpr const char *NAMES[] = {"Jam Pact",  "Old Abbey", "Kettle",  "Salt Lab",
+                                            "Plum Inc.", "Foghorn",   "Monsoon", "Goat Unit",
+                                            "Buttons",   "Pennies"};
     constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
     const st_lettering lettering = {0.33F, plain("greet-letters", SUN, 0),
                                     plain("greet-letters-side", mix(AMBER, BARK, 0.6F), 0)};
     st_mesh disc = slabShape({ringOutline(RIM + 0.05F, 48, false)}, DEPTH, 2 * (RIM + 0.05F),
                              painted("record", "record.tga", 0));
-    for (st_polygon &polygon : disc.polygons)
+    for (st_polygon &polygon : disc.polygons) {
+        const auto height = [&](int i) {
+            return disc.points[static_cast<std::size_t>(polygon.points[i])].z;
+        };
+        const bool onRim = height(0) != height(2);
         for (st_uv &uv : polygon.uvs)
-            uv = {uv.u + 0.5F, uv.v + 0.5F};
+            uv = onRim ? st_uv{0.03F, 0.5F} : st_uv{uv.u + 0.5F, uv.v + 0.5F};
+    }
     st_mesh wheel;
     append(wheel, disc);
     for (std::size_t i = 0; i < COUNT; i++)

@@ -7,20 +7,10 @@
 
 constexpr float BOARD_DEPTH = 0.07F;
 
-static st_textStyle lettering(float size) {
-    return {size,
-            0.03F,
-            0,
-            0.006F,
-            0.01F,
-            false,
-            plain("sign-letters", MILK, 0),
-            plain("sign-letters-side", mix(BARK, INK, 0.4F), 0)};
-}
-
 // One line, its middle at `middle` on the board's front.
 static void addLine(st_mesh &mesh, const char *line, float size, st_vec middle) {
-    const st_textStyle style = lettering(size);
+    const st_textStyle style = plainStyle(size, 0.03F, plain("sign-letters", MILK, 0),
+                                          plain("sign-letters-side", mix(BARK, INK, 0.4F), 0));
     append(mesh, textShape(line, style),
            moved(middle +
                  st_vec{-textWidth(line, style) / 2, -0.35F * size, BOARD_DEPTH / 2 + 0.01F}));

@@ -53,7 +53,7 @@ st_mesh makeSun() {
     st_mesh sun;
     append(sun, faceShape(0.52F, 0.26F, painted("sun-face", "sunface.tga", SOFT),
                           plain("sun-back", mix(SUN, AMBER, 0.4F), SOFT)));
-    append(sun, raysShape({20, 0.58F, 0.42F, 0.085F, 0}, plain("ray-long", SUN, 0),
+    append(sun, raysShape({20, 0.47F, 0.53F, 0.085F, 0}, plain("ray-long", SUN, 0),
                           plain("ray-short", AMBER, 0)));
     st_mesh mesh;
     append(mesh, sun,
@@ -67,7 +67,7 @@ st_mesh makeLonelySun() {
     append(sun, faceShape(0.40F, 0.20F, painted("lonely-face", "lonely.tga", SOFT),
                           plain("lonely-back", mix(SKY, DUSK, 0.4F), SOFT)));
     append(sun,
-           raysShape({9, 0.42F, 0.24F, 0.06F, 0.5F}, plain("lonely-ray", mix(HAZE, SKY, 0.5F), 0),
+           raysShape({9, 0.36F, 0.30F, 0.06F, 0.5F}, plain("lonely-ray", mix(HAZE, SKY, 0.5F), 0),
                      plain("lonely-ray-short", SKY, 0)));
     st_mesh mesh;
     append(mesh, sun, moved({2.2F, 1.2F, 2.6F}) * turned({1, 0, 0}, 25) * facingMainView());

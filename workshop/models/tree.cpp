@@ -9,6 +9,7 @@
 
 constexpr float TREE_X = 0.62F;
 constexpr float TREE_Z = 0.95F;
+constexpr int LOOSE_LEAVES = 34; // to a lump
 
 static void addTrunk(st_mesh &mesh, st_vec foot) {
     const st_surface bark = painted("bark", "bark.tga", ROUND);
@@ -63,6 +64,34 @@ static void addCrown(st_mesh &mesh, st_vec foot) {
     }
 }
 
+// Single leaves stand off the crown, so that its outline is not that of balls.
+static void addLooseLeaves(st_mesh &mesh, st_vec foot) {
+    const int surface = addSurface(mesh, painted("leaf-loose", "leaves.tga", 0));
+    st_random random = {91};
+    for (const st_lump &lump : LUMPS)
+        for (int i = 0; i < LOOSE_LEAVES; i++) {
+            const float around = nextRandom(random, 0, 2 * PI);
+            const float up = nextRandom(random, -0.7F, 1.2F);
+            const st_vec out = {std::cos(around) * std::cos(up), std::sin(up),
+                                std::sin(around) * std::cos(up)};
+            const st_vec aside =
+                unit(crossProduct(out, {nextRandom(random, -1, 1), 1, nextRandom(random, -1, 1)}));
+            const st_vec along = unit(out * 0.55F + crossProduct(aside, out) * 0.9F);
+            const float length = nextRandom(random, 0.11F, 0.17F);
+            const st_vec root =
+                foot + lump.at + st_vec{out.x, out.y * 0.84F, out.z} * (lump.size * 0.98F);
+            const st_vec middle = root + along * (length * 0.5F);
+            const int points[4] = {addPoint(mesh, root),
+                                   addPoint(mesh, middle - aside * (length * 0.3F)),
+                                   addPoint(mesh, root + along * length),
+                                   addPoint(mesh, middle + aside * (length * 0.3F))};
+            const float u = nextRandom(random);
+            const float v = 0.5F + 0.35F * std::sin(up);
+            addQuad(mesh, surface, points,
+                    {{u, v}, {u + 0.06F, v + 0.05F}, {u, v + 0.1F}, {u - 0.06F, v + 0.05F}});
+        }
+}
+
 // Apples peep out of the crown's lower half, mostly on the side of the main view.
 static void addApples(st_mesh &mesh, st_vec foot) {
     const st_surface skin = plain("apple", mix(ROSE, colorOf(0xD0302A), 0.55F), SOFT);
@@ -82,6 +111,7 @@ st_mesh makeTree() {
     const st_vec foot = onIsland(TREE_X, TREE_Z);
     addTrunk(mesh, foot);
     addCrown(mesh, foot);
+    addLooseLeaves(mesh, foot);
     addApples(mesh, foot);
     return mesh;
 }

@@ -6,7 +6,7 @@
 
 constexpr float ECHO_FEEDBACK = 0.42F;
 constexpr float ROOM_FEEDBACK = 0.86F;
-constexpr float CEILING = 0.80F;        // leaves room for what the encoder adds between samples
+constexpr float CEILING = 0.76F;        // leaves room for what the encoder adds between samples
 constexpr std::size_t LOOK_AHEAD = 220; // samples
 
 st_echo makeEcho(double seconds) {

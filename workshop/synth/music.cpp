@@ -8,7 +8,7 @@
 
 constexpr int BLOCK = 1024;                           // samples rendered at once
 constexpr double ECHO_TIME = 3.0 * 15.0 / 7.0 / 16.0; // three sixteenths
-constexpr float MASTER = 1.0F;
+constexpr float MASTER = 0.55F;
 constexpr float DUCK = 0.45F; // how far the kick pushes the pads down
 
 struct st_mixer {
