@@ -421,7 +421,8 @@ int lwResolvePolySurfaces(st_lwPolygonList *polygonList, st_lwTagList *tagList,
         return 1;
     }
     std::size_t slots = static_cast<std::size_t>(tagList->count) + 1;
-    st_lwSurface **found = static_cast<st_lwSurface **>(std::calloc(slots, sizeof(st_lwSurface *)));
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): pointers are what it holds.
+    st_lwSurface **found = static_cast<st_lwSurface **>(std::calloc(slots, sizeof *found));
     if (found == nullptr)
         return 0;
     st_tagSurfaces named = {tagList, found, surfaces, surfaceCount, nullptr, nullptr};
