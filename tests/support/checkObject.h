@@ -1,0 +1,214 @@
+// What holds for every object that the reader gives out, whatever file it came from: links
+// agree both ways, counts equal lengths, indices are in range, arrays are there to their ends
+// and strings are terminated (a memory checker sees to these two).
+//   EXPECT_EQ(objectProblem(*object), "");
+#pragma once
+
+#include "reader/lwo2.h"
+
+#include <cstring>
+#include <set>
+#include <string>
+
+struct ObjectCheck {
+    std::string problem;          // the first one found
+    double touched = 0;           // made from all numbers and strings
+    std::set<const void *> known; // the object's surfaces and its maps
+
+    void require(bool holds, const char *claim) {
+        if (!holds && problem.empty())
+            problem = claim;
+    }
+    void touch(const char *text) {
+        touched += text == nullptr ? 0.0 : static_cast<double>(std::strlen(text));
+    }
+    void touch(const float *values, int count) {
+        for (int i = 0; i < count; i++)
+            touched += static_cast<double>(values[i]);
+    }
+};
+
+// Checks the links of a list; its length.
+template <typename Record> int checkLinks(ObjectCheck &check, const Record *list) {
+    check.require(list == nullptr || list->prev == nullptr, "the first record has no prev");
+    int length = 0;
+    for (; list != nullptr; list = list->next, length++)
+        check.require(list->next == nullptr || list->next->prev == list, "links agree");
+    return length;
+}
+
+template <typename Record>
+void checkOrder(ObjectCheck &check, Record *list, int (*compare)(Record *, Record *)) {
+    for (; list != nullptr && list->next != nullptr; list = list->next)
+        check.require(compare(list, list->next) <= 0, "a sorted list ascends");
+}
+
+inline void checkPlugins(ObjectCheck &check, st_lwPlugin *plugins, int count) {
+    check.require(checkLinks(check, plugins) == count, "plugin count");
+    checkOrder(check, plugins, compare_shaders);
+    for (; plugins != nullptr; plugins = plugins->next) {
+        check.touch(plugins->ordinal);
+        check.touch(plugins->name);
+    }
+}
+
+// ------------------------------------------------------------------------ geometry
+
+inline void checkRefs(ObjectCheck &check, const st_lwVMapRef *refs, int count, int point,
+                      int polygon) {
+    for (int i = 0; i < count; i++) {
+        const st_lwVMap *vmap = refs[i].vmap;
+        check.require(check.known.count(vmap) != 0, "a reference is to a map of the object");
+        check.require(refs[i].index >= 0 && refs[i].index < vmap->count, "reference in range");
+        check.require(vmap->pointIndices[refs[i].index] == point, "an entry's own point");
+        check.require((vmap->perPolygon != 0) == (polygon >= 0), "maps are of their kind");
+        if (polygon >= 0)
+            check.require(vmap->polygonIndices[refs[i].index] == polygon, "an entry's own polygon");
+    }
+}
+
+inline void checkPoints(ObjectCheck &check, const st_lwLayer &layer) {
+    int uses = 0;
+    for (int i = 0; i < layer.pointList.count; i++) {
+        const st_lwPoint &point = layer.pointList.points[i];
+        check.touch(point.position, 3);
+        checkRefs(check, point.vmapRefs, point.vmapCount, i, -1);
+        uses += point.polygonCount;
+        for (int j = 0; j < point.polygonCount; j++) {
+            check.require(point.polygons[j] >= 0 && point.polygons[j] < layer.polygonList.count,
+                          "a point's polygons are in range");
+            check.require(j == 0 || point.polygons[j - 1] <= point.polygons[j],
+                          "a point's polygons ascend");
+        }
+    }
+    check.require(uses == layer.polygonList.vertexCount, "each corner is known to its point");
+}
+
+inline void checkPolygons(ObjectCheck &check, const st_lwObject &object, const st_lwLayer &layer) {
+    const st_lwPolygonList &list = layer.polygonList;
+    const st_lwPolygonVertex *next = list.count > 0 ? list.polygons[0].vertices : nullptr;
+    int corners = 0;
+    for (int i = 0; i < list.count; i++) {
+        const st_lwPolygon &polygon = list.polygons[i];
+        check.touch(polygon.normal, 3);
+        check.require(polygon.vertices == next, "vertices lie in one array");
+        check.require(object.tagList.count == 0 ? polygon.surface == nullptr
+                                                : check.known.count(polygon.surface) != 0,
+                      "a polygon's surface is one of the object's");
+        for (int j = 0; j < polygon.vertexCount; j++, next++) {
+            check.require(next->index >= 0 && next->index < layer.pointList.count,
+                          "vertex index in range");
+            check.touch(next->normal, 3);
+            checkRefs(check, next->vmapRefs, next->vmapCount, next->index, i);
+        }
+        corners += polygon.vertexCount;
+    }
+    check.require(corners == list.vertexCount, "vertex count");
+}
+
+inline void checkVMap(ObjectCheck &check, const st_lwVMap &vmap) {
+    check.touch(vmap.name);
+    check.require((vmap.values == nullptr) == (vmap.dimension == 0), "values as the dimension");
+    check.require((vmap.polygonIndices == nullptr) == (vmap.perPolygon == 0), "kind of map");
+    for (int i = 0; i < vmap.count; i++) {
+        check.require(vmap.pointIndices[i] >= 0, "a map's point");
+        check.require(vmap.perPolygon == 0 || vmap.polygonIndices[i] >= 0, "a map's polygon");
+        if (vmap.values != nullptr)
+            check.touch(vmap.values[i], vmap.dimension);
+    }
+}
+
+inline void checkLayer(ObjectCheck &check, const st_lwObject &object, const st_lwLayer &layer) {
+    check.touch(layer.name);
+    check.touch(layer.bbox, 6);
+    check.require(checkLinks(check, layer.vmaps) == layer.vmapCount, "map count");
+    for (const st_lwVMap *vmap = layer.vmaps; vmap != nullptr; vmap = vmap->next) {
+        checkVMap(check, *vmap);
+        check.known.insert(vmap);
+    }
+    checkPoints(check, layer);
+    checkPolygons(check, object, layer);
+}
+
+// ---------------------------------------------------------------- surfaces, the rest
+
+inline void checkTextures(ObjectCheck &check, st_lwTexture *textures) {
+    checkLinks(check, textures);
+    checkOrder(check, textures, compare_textures);
+    for (; textures != nullptr; textures = textures->next) {
+        check.touch(textures->ordinal);
+        check.touch(textures->tmap.refObject);
+        switch (textures->type) {
+        case lwID("IMAP"): check.touch(textures->param.imageMap.vmapName); break;
+        case lwID("PROC"): check.touch(textures->param.procedural.name); break;
+        case lwID("GRAD"):
+            check.touch(textures->param.gradient.paramName);
+            check.touch(textures->param.gradient.itemName);
+            break;
+        default: check.require(false, "type of a texture");
+        }
+    }
+}
+
+inline void checkSurface(ObjectCheck &check, const st_lwSurface &surface) {
+    check.touch(surface.name);
+    check.touch(surface.srcName);
+    checkPlugins(check, surface.shaders, surface.shaderCount);
+    for (st_lwTexture *textures :
+         {surface.color.textures, surface.luminosity.textures, surface.diffuse.textures,
+          surface.specularity.textures, surface.glossiness.textures, surface.reflection.textures,
+          surface.transparency.textures, surface.eta.textures, surface.translucency.textures,
+          surface.bump.textures})
+        checkTextures(check, textures);
+}
+
+inline void checkEnvelope(ObjectCheck &check, const st_lwEnvelope &envelope) {
+    check.touch(envelope.name);
+    check.require(checkLinks(check, envelope.keys) == envelope.keyCount, "key count");
+    checkOrder(check, envelope.keys, compare_keys);
+    checkPlugins(check, envelope.cfilters, envelope.cfilterCount);
+}
+
+inline void checkClip(ObjectCheck &check, const st_lwClip &clip) {
+    switch (clip.type) {
+    case lwID("STIL"): check.touch(clip.source.still.name); break;
+    case lwID("ISEQ"):
+        check.touch(clip.source.sequence.prefix);
+        check.touch(clip.source.sequence.suffix);
+        break;
+    case lwID("ANIM"):
+        check.touch(clip.source.anim.name);
+        check.touch(clip.source.anim.server);
+        break;
+    case lwID("XREF"): check.touch(clip.source.xref.string); break;
+    case lwID("STCC"): check.touch(clip.source.cycle.name); break;
+    default: break;
+    }
+    checkPlugins(check, clip.imageFilters, clip.imageFilterCount);
+    checkPlugins(check, clip.pixelFilters, clip.pixelFilterCount);
+}
+
+// The first thing that does not hold; empty when all is well.
+inline std::string objectProblem(const st_lwObject &object) {
+    ObjectCheck check;
+    check.require(object.layerCount >= 1, "there is a layer");
+    check.require(checkLinks(check, object.layers) == object.layerCount, "layer count");
+    check.require(checkLinks(check, object.envelopes) == object.envelopeCount, "envelope count");
+    check.require(checkLinks(check, object.surfaces) == object.surfaceCount, "surface count");
+    // Clips made up from the names in an old surface are not counted.
+    int clipCount = checkLinks(check, object.clips);
+    check.require(object.clipCount == clipCount || object.clipCount == 0, "clip count");
+    for (int i = 0; i < object.tagList.count; i++)
+        check.touch(object.tagList.tags[i]);
+    for (st_lwSurface *surface = object.surfaces; surface != nullptr; surface = surface->next) {
+        checkSurface(check, *surface);
+        check.known.insert(surface);
+    }
+    for (st_lwEnvelope *envelope = object.envelopes; envelope != nullptr; envelope = envelope->next)
+        checkEnvelope(check, *envelope);
+    for (st_lwClip *clip = object.clips; clip != nullptr; clip = clip->next)
+        checkClip(check, *clip);
+    for (st_lwLayer *layer = object.layers; layer != nullptr; layer = layer->next)
+        checkLayer(check, object, *layer);
+    return check.problem;
+}
