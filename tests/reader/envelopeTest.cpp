@@ -1,0 +1,104 @@
+#include "tests/reader/readerTest.h"
+
+struct EnvelopeDeleter {
+    void operator()(st_lwEnvelope *envelope) const { lwFreeEnvelope(envelope); }
+};
+using Envelope = std::unique_ptr<st_lwEnvelope, EnvelopeDeleter>;
+
+// A chunk of index 5 and these sub-chunks, of which cut bytes are not said to belong to it.
+static Envelope read(const std::string &subChunks, int cut = 0) {
+    const std::string body = vx(5) + subChunks;
+    const File file = openBytes(body);
+    return Envelope(lwGetEnvelope(file.get(), static_cast<int>(body.size()) - cut));
+}
+
+static std::string key(float time, float value) {
+    return sub("KEY ", f4(time) + f4(value));
+}
+
+TEST(Envelope, allSubChunks) {
+    const Envelope envelope =
+        read(sub("TYPE", u2(0x301)) + sub("NAME", s0("Position.X")) + sub("PRE ", u2(1)) +
+             sub("POST", u2(5)) + sub("????", "odd") + key(1, 2) +
+             sub("CHAN", s0("noise") + u2(3) + "data") + sub("CHAN", s0("second") + u2(0)));
+    ASSERT_NE(envelope, nullptr);
+    EXPECT_EQ(envelope->index, 5);
+    EXPECT_EQ(envelope->type, 0x301);
+    EXPECT_STREQ(envelope->name, "Position.X");
+    EXPECT_EQ(envelope->behavior[0], LW_BEHAVIOR_CONSTANT);
+    EXPECT_EQ(envelope->behavior[1], LW_BEHAVIOR_LINEAR);
+    ASSERT_EQ(envelope->keyCount, 1);
+    EXPECT_EQ(envelope->keys->time, 1.0F);
+    EXPECT_EQ(envelope->keys->value, 2.0F);
+    EXPECT_EQ(envelope->keys->shape, 0U);
+    ASSERT_EQ(envelope->cfilterCount, 2);
+    EXPECT_STREQ(envelope->cfilters->name, "noise");
+    EXPECT_EQ(envelope->cfilters->flags, 3);
+    EXPECT_EQ(std::memcmp(envelope->cfilters->data, "data", 4), 0);
+    EXPECT_STREQ(envelope->cfilters->next->name, "second");
+}
+
+TEST(Envelope, keysStandByTimeAndEqualOnesInFileOrder) {
+    const Envelope envelope = read(key(2, 10) + key(1, 20) + key(2, 30) + key(0, 40));
+    ASSERT_NE(envelope, nullptr);
+    const float expected[4] = {40, 20, 10, 30};
+    const st_lwKey *read = envelope->keys;
+    for (const float value : expected) {
+        ASSERT_NE(read, nullptr);
+        EXPECT_EQ(read->value, value);
+        read = read->next;
+    }
+}
+
+TEST(Envelope, spanBelongsToTheKeyReadLast) {
+    const Envelope envelope = read(key(2, 0) + key(1, 0) + sub("SPAN", "LINE"));
+    ASSERT_NE(envelope, nullptr);
+    EXPECT_EQ(envelope->keys->shape, lwID("LINE"));
+    EXPECT_EQ(envelope->keys->next->shape, 0U);
+}
+
+TEST(Envelope, spanParametersGoWhereTheShapeSays) {
+    const std::string four = f4(1) + f4(2) + f4(3) + f4(4);
+    const struct {
+        std::string span;
+        float tcb[3], param[4];
+    } cases[] = {{"TCB " + f4(1, 2, 3), {1, 2, 3}, {}},
+                 {"TCB " + f4(1), {1, 0, 0}, {}},
+                 {"BEZ2" + four, {}, {1, 2, 3, 4}},
+                 {"BEZ2" + f4(1) + f4(2), {}, {1, 2, 0, 0}},
+                 {"BEZI" + f4(1) + f4(2), {}, {1, 2, 0, 0}},
+                 {"HERM" + four + f4(5), {}, {1, 2, 3, 4}},
+                 {"LINE" + four, {}, {}}};
+    for (const auto &item : cases) {
+        const Envelope envelope = read(key(0, 0) + sub("SPAN", item.span));
+        ASSERT_NE(envelope, nullptr);
+        const st_lwKey &read = *envelope->keys;
+        EXPECT_EQ(read.tension, item.tcb[0]);
+        EXPECT_EQ(read.continuity, item.tcb[1]);
+        EXPECT_EQ(read.bias, item.tcb[2]);
+        for (int i = 0; i < 4; i++)
+            EXPECT_EQ(read.param[i], item.param[i]) << item.span;
+    }
+}
+
+TEST(Envelope, damageFails) {
+    EXPECT_EQ(read(sub("SPAN", "LINE") + key(0, 0)), nullptr);
+    EXPECT_EQ(read(key(0, 0) + sub("SPAN", "LI")), nullptr);
+    EXPECT_EQ(read(key(0, 0) + sub("SPAN", "")), nullptr);
+    EXPECT_EQ(read(key(0, 0), 1), nullptr);
+    EXPECT_EQ(read(sub("KEY ", f4(0))), nullptr);
+    EXPECT_EQ(read(sub("CHAN", s0("noise"))), nullptr);
+    EXPECT_EQ(read(key(0, 0) + "KEY "), nullptr);
+    EXPECT_EQ(read(sub("NAME", "no end")), nullptr);
+}
+
+TEST(Envelope, findTakesTheFirstOfAnIndex) {
+    st_lwEnvelope envelopes[2] = {};
+    envelopes[0].index = envelopes[1].index = 4;
+    st_lwEnvelope *list = nullptr;
+    for (st_lwEnvelope &envelope : envelopes)
+        _lwListAdd(&list, &envelope);
+    EXPECT_EQ(lwFindEnvelope(list, 4), &envelopes[0]);
+    EXPECT_EQ(lwFindEnvelope(list, 1), nullptr);
+    EXPECT_EQ(lwFindEnvelope(nullptr, 1), nullptr);
+}

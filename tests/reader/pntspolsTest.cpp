@@ -1,0 +1,291 @@
+#include "tests/reader/readerTest.h"
+
+#include <cmath>
+
+// Four points, two triangles that share the edge 1-3, in the plane z = 0:
+//   1 --- 2
+//   | \ B |
+//   | A \ |
+//   0 --- 3
+static const std::string square =
+    chunk("PNTS", f4(0, 0, 0) + f4(0, 1, 0) + f4(1, 1, 0) + f4(1, 0, 0));
+
+static std::string polygon(std::initializer_list<unsigned> points, unsigned flags = 0) {
+    std::string bytes = u2(flags | static_cast<unsigned>(points.size()));
+    for (const unsigned point : points)
+        bytes += vx(point);
+    return bytes;
+}
+
+static std::string pols(const std::string &polygons) {
+    return chunk("POLS", "FACE" + polygons);
+}
+
+static std::string ptag(const std::string &type, std::initializer_list<unsigned> pairs) {
+    std::string bytes = type;
+    for (const unsigned index : pairs)
+        bytes += vx(index);
+    return chunk("PTAG", bytes);
+}
+
+static std::string surface(const std::string &name, float smoothing) {
+    return chunk("SURF", s0(name) + s0("") + sub("SMAN", f4(smoothing)));
+}
+
+static const std::string twoTriangles = pols(polygon({0, 3, 1}) + polygon({2, 1, 3}));
+
+// ------------------------------------------------------------------------- reading
+
+TEST(Points, bytesBehindTheLastWholePointAreIgnored) {
+    const File file = openBytes(f4(1, 2, 3) + "xy" + "next");
+    st_lwPointList list = {};
+    EXPECT_EQ(lwGetPoints(file.get(), 14, &list), 1);
+    EXPECT_EQ(std::ftell(file.get()), 14);
+    EXPECT_EQ(list.count, 1);
+    EXPECT_EQ(list.points[0].position[1], 2.0F);
+    lwFreePoints(&list);
+    EXPECT_EQ(list.count, 0);
+    EXPECT_EQ(list.points, nullptr);
+}
+
+TEST(Points, sizeOneReadsNothing) {
+    const File file = openBytes("x");
+    st_lwPointList list = {};
+    EXPECT_EQ(lwGetPoints(file.get(), 1, &list), 1);
+    EXPECT_EQ(std::ftell(file.get()), 0);
+    EXPECT_EQ(list.count, 0);
+}
+
+TEST(Points, emptyChunkIsFine) {
+    const Object object = loadLWO2(chunk("PNTS", "") + square);
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->layers->pointList.count, 4);
+    EXPECT_EQ(object->layers->pointList.offset, 0);
+}
+
+TEST(Polygons, wordHoldsFlagsAndVertexCount) {
+    const Object object = loadLWO2(square + chunk("POLS", "CURV" + polygon({0, 1, 2}, 0x8400)));
+    ASSERT_NE(object, nullptr);
+    const st_lwPolygon &read = object->layers->polygonList.polygons[0];
+    EXPECT_EQ(read.vertexCount, 3);
+    EXPECT_EQ(read.flags, 0x8400);
+    EXPECT_EQ(read.type, lwID("CURV"));
+    EXPECT_EQ(read.part, 0);
+    EXPECT_EQ(read.smoothGroup, 0);
+}
+
+TEST(Polygons, laterChunkCountsFromTheLatestPoints) {
+    const Object object = loadLWO2(square + twoTriangles + square + pols(polygon({0, 1, 2, 3})));
+    ASSERT_NE(object, nullptr);
+    const st_lwPolygonList &list = object->layers->polygonList;
+    ASSERT_EQ(list.count, 3);
+    EXPECT_EQ(list.offset, 2);
+    EXPECT_EQ(list.vertexCount, 10);
+    EXPECT_EQ(list.vertexOffset, 6);
+    EXPECT_EQ(list.polygons[0].vertices[2].index, 1);
+    EXPECT_EQ(list.polygons[1].vertices[0].index, 2);
+    EXPECT_EQ(list.polygons[2].vertices[0].index, 4);
+    EXPECT_EQ(list.polygons[2].vertices[3].index, 7);
+}
+
+TEST(Polygons, emptyOnesOwnAndFreeTheirVerticesLikeAnyOther) {
+    const std::string noPolygons = pols("");
+    const std::string noVertices = pols(polygon({}) + polygon({}));
+    EXPECT_NE(loadLWO2(square + noPolygons + noPolygons), nullptr);
+    EXPECT_NE(loadLWO2(square + noVertices + noPolygons + noVertices), nullptr);
+    const Object object =
+        loadLWO2(square + noPolygons + noVertices + chunk("POLS", "") + twoTriangles);
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->layers->polygonList.count, 4);
+    EXPECT_EQ(object->layers->polygonList.vertexCount, 6);
+}
+
+TEST(Polygons, cutShortFails) {
+    const std::string one = polygon({0, 3, 1});
+    for (std::size_t size = 1; size < one.size(); size++) {
+        const File file = openBytes("FACE" + one.substr(0, size));
+        st_lwPolygonList list = {};
+        EXPECT_EQ(lwGetPolygons(file.get(), static_cast<int>(4 + size), &list, 0), 0) << size;
+        EXPECT_EQ(list.polygons, nullptr);
+    }
+    EXPECT_EQ(loadLWO2(chunk("POLS", "FA") + square), nullptr);
+}
+
+TEST(Polygons, failureFreesTheWholeList) {
+    const File file = openBytes("FACE" + polygon({0, 3, 1}) + "FACE" + u2(2));
+    st_lwPolygonList list = {};
+    ASSERT_EQ(lwGetPolygons(file.get(), 12, &list, 0), 1);
+    EXPECT_EQ(list.count, 1);
+    EXPECT_EQ(lwGetPolygons(file.get(), 6, &list, 0), 0);
+    EXPECT_EQ(list.count, 0);
+    EXPECT_EQ(list.polygons, nullptr);
+}
+
+TEST(Tags, stringsOfAllChunksStandInARow) {
+    const Object object = loadLWO2(chunk("TAGS", s0("one") + s0("")) + chunk("TAGS", s0("three!")));
+    ASSERT_NE(object, nullptr);
+    ASSERT_EQ(object->tagList.count, 3);
+    EXPECT_EQ(object->tagList.offset, 2);
+    EXPECT_STREQ(object->tagList.tags[0], "one");
+    EXPECT_EQ(object->tagList.tags[1], nullptr);
+    EXPECT_STREQ(object->tagList.tags[2], "three!");
+}
+
+TEST(Tags, withoutItsEndFails) {
+    EXPECT_EQ(loadLWO2(chunk("TAGS", s0("one") + "ab")), nullptr);
+    EXPECT_EQ(loadLWO2(chunk("TAGS", "ab")), nullptr);
+    EXPECT_NE(loadLWO2(chunk("TAGS", "")), nullptr);
+}
+
+TEST(PolygonTags, countFromTheLatestChunks) {
+    const std::string tags = chunk("TAGS", s0("a") + s0("b"));
+    const Object object =
+        loadLWO2(square + twoTriangles + tags + ptag("PART", {1, 1}) + tags + twoTriangles +
+                 ptag("PART", {0, 1}) + ptag("SMGP", {1, 0}) + ptag("COLR", {99, 99}) + square);
+    ASSERT_NE(object, nullptr);
+    const st_lwPolygon *polygons = object->layers->polygonList.polygons;
+    EXPECT_EQ(polygons[1].part, 1);
+    EXPECT_EQ(polygons[2].part, 3);
+    EXPECT_EQ(polygons[3].smoothGroup, 2);
+    EXPECT_EQ(object->layers->pointList.count, 8);
+}
+
+TEST(PolygonTags, outsideOrCutShortFails) {
+    Failure failure;
+    EXPECT_EQ(loadLWO2(square + twoTriangles + ptag("SURF", {2, 0}), &failure), nullptr);
+    EXPECT_EQ(failure.id, lwID("PTAG"));
+    EXPECT_EQ(loadLWO2(ptag("PART", {0, 0}) + square + twoTriangles), nullptr);
+    EXPECT_EQ(loadLWO2(square + twoTriangles + ptag("PART", {0, 0, 1}) + square), nullptr);
+    // A size that goes on far behind the end of the file.
+    EXPECT_EQ(loadLWO2(square + twoTriangles + "PTAG" + u4(0x7FFFFFF0) + "PART" + vx(0)), nullptr);
+    EXPECT_NE(loadLWO2(chunk("PTAG", "") + square), nullptr);
+}
+
+// ------------------------------------------------------------------------ surfaces
+
+TEST(PolygonSurfaces, sameTagSharesOneSurface) {
+    const Object object = loadLWO2(square + chunk("TAGS", s0("none") + s0("red") + s0("new")) +
+                                   pols(polygon({0}) + polygon({1}) + polygon({2}) + polygon({3})) +
+                                   ptag("SURF", {0, 2, 1, 1, 2, 2, 3, 1}) + surface("red", 0));
+    ASSERT_NE(object, nullptr);
+    const st_lwPolygon *polygons = object->layers->polygonList.polygons;
+    ASSERT_EQ(object->surfaceCount, 2);
+    EXPECT_STREQ(polygons[0].surface->name, "new");
+    EXPECT_EQ(polygons[0].surface->diffuse.value, 1.0F);
+    EXPECT_EQ(polygons[2].surface, polygons[0].surface);
+    EXPECT_EQ(polygons[0].surface, object->surfaces->next);
+    EXPECT_EQ(polygons[1].surface, object->surfaces);
+    EXPECT_EQ(polygons[3].surface, object->surfaces);
+}
+
+TEST(PolygonSurfaces, namesAreToldApartByCaseAndTheFirstOfTwoIsTaken) {
+    const Object object = loadLWO2(square + chunk("TAGS", s0("Red")) + twoTriangles +
+                                   surface("red", 1) + surface("Red", 2) + surface("Red", 3));
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->surfaceCount, 3);
+    EXPECT_EQ(object->layers->polygonList.polygons[0].surface->smoothing, 2.0F);
+}
+
+TEST(PolygonSurfaces, namelessTagIsTheNamelessSurface) {
+    const Object object =
+        loadLWO2(square + chunk("TAGS", s0("")) + twoTriangles + surface("", 0.5F));
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->surfaceCount, 1);
+    EXPECT_EQ(object->layers->polygonList.polygons[0].surface, object->surfaces);
+}
+
+TEST(PolygonSurfaces, indexOfTheTagCountPassesAndTheNextFails) {
+    const std::string start = square + chunk("TAGS", s0("a")) + twoTriangles;
+    const Object object = loadLWO2(start + ptag("SURF", {0, 1, 1, 1}));
+    ASSERT_NE(object, nullptr);
+    const st_lwPolygon *polygons = object->layers->polygonList.polygons;
+    EXPECT_STREQ(polygons[0].surface->name, "");
+    EXPECT_EQ(polygons[1].surface, polygons[0].surface);
+    EXPECT_EQ(object->surfaceCount, 1);
+
+    Failure failure;
+    EXPECT_EQ(loadLWO2(start + ptag("SURF", {0, 2}), &failure), nullptr);
+    EXPECT_EQ(failure.id, lwID("PTAG"));
+    EXPECT_EQ(failure.position, -1);
+}
+
+TEST(PolygonSurfaces, withoutTagsThereAreNone) {
+    const Object object =
+        loadLWO2(square + twoTriangles + ptag("SURF", {0, 5}) + surface("red", 1));
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(object->layers->polygonList.polygons[0].surface, nullptr);
+    EXPECT_EQ(object->surfaceCount, 1);
+}
+
+// ------------------------------------------------------------------------- normals
+
+// A square lying in z = 0 and one standing on its edge 2-3, tilted back by the angle:
+// points 0..3 and 4, 5.
+static std::string folded(float angle, const std::string &rest) {
+    const float x = 1 + std::cos(angle);
+    const float z = std::sin(angle);
+    return chunk("PNTS", f4(0, 0, 0) + f4(0, 1, 0) + f4(1, 1, 0) + f4(1, 0, 0) + f4(x, 1, z) +
+                             f4(x, 0, z)) +
+           chunk("TAGS", s0("s")) + pols(polygon({0, 3, 2, 1}) + polygon({3, 5, 4, 2})) + rest;
+}
+
+static const st_lwPolygonVertex &vertexOf(const Object &object, int polygon, int vertex) {
+    return object->layers->polygonList.polygons[polygon].vertices[vertex];
+}
+
+TEST(Normals, polygonNormalComesFromFirstSecondAndLastVertex) {
+    // The third of four points is off the plane.
+    const Object object =
+        loadLWO2(chunk("PNTS", f4(0, 0, 0) + f4(2, 0, 0) + f4(9, 9, 9) + f4(0, 3, 0)) +
+                 pols(polygon({0, 1, 2, 3}) + polygon({0, 1}) + polygon({0, 1, 1})));
+    ASSERT_NE(object, nullptr);
+    const st_lwPolygon *polygons = object->layers->polygonList.polygons;
+    const float expected[3][3] = {{0, 0, 1}, {0, 0, 0}, {0, 0, 0}};
+    for (int i = 0; i < 3; i++)
+        for (int axis = 0; axis < 3; axis++)
+            EXPECT_EQ(polygons[i].normal[axis], expected[i][axis]) << i;
+}
+
+TEST(Normals, pointsKnowTheirPolygonsInOrder) {
+    const Object object = loadLWO2(square + twoTriangles + pols(polygon({1, 0, 1})));
+    ASSERT_NE(object, nullptr);
+    const st_lwPoint *points = object->layers->pointList.points;
+    ASSERT_EQ(points[1].polygonCount, 4);
+    const int expected[4] = {0, 1, 2, 2};
+    for (int i = 0; i < 4; i++)
+        EXPECT_EQ(points[1].polygons[i], expected[i]);
+    EXPECT_EQ(points[2].polygonCount, 1);
+}
+
+TEST(Normals, smoothWithinTheAngleOnly) {
+    const Object smooth = loadLWO2(folded(0.5F, surface("s", 0.6F)));
+    ASSERT_NE(smooth, nullptr);
+    // Half way between (0, 0, 1) and (-sin 0.5, 0, cos 0.5).
+    EXPECT_NEAR(vertexOf(smooth, 0, 1).normal[0], -std::sin(0.25F), 1e-6F);
+    EXPECT_NEAR(vertexOf(smooth, 0, 1).normal[2], std::cos(0.25F), 1e-6F);
+    EXPECT_EQ(vertexOf(smooth, 0, 0).normal[2], 1.0F);
+
+    const Object faceted = loadLWO2(folded(0.7F, surface("s", 0.6F)));
+    ASSERT_NE(faceted, nullptr);
+    EXPECT_EQ(vertexOf(faceted, 0, 1).normal[2], 1.0F);
+}
+
+TEST(Normals, smoothWithinTheGroupOnly) {
+    const Object object = loadLWO2(folded(0.5F, ptag("SMGP", {0, 1}) + surface("s", 0.6F)));
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(vertexOf(object, 0, 1).normal[2], 1.0F);
+}
+
+TEST(Normals, zeroAngleIsFaceted) {
+    const Object object = loadLWO2(folded(0, surface("s", 0)));
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(vertexOf(object, 0, 1).normal[2], 1.0F);
+}
+
+TEST(Normals, lineTakesTheNormalsOfItsNeighbours) {
+    const std::string rest =
+        square + chunk("TAGS", s0("s")) + twoTriangles + pols(polygon({1, 2})) + surface("s", 1.6F);
+    const Object object = loadLWO2(rest);
+    ASSERT_NE(object, nullptr);
+    EXPECT_EQ(vertexOf(object, 2, 0).normal[2], 1.0F);
+}
