@@ -6,21 +6,26 @@
 #include <algorithm>
 #include <cmath>
 
-// The points of a sheet and where they are in the mesh.
+// The points of a sheet, row by row.
 struct st_grid {
     const st_sheet &sheet;
-    std::vector<int> points;
-
-    [[nodiscard]] int at(int column, int row) const {
-        const int perRow = sheet.closed ? sheet.columns : sheet.columns + 1;
-        return points[static_cast<std::size_t>(row * perRow + column % perRow)];
-    }
+    std::vector<int> points; // into the mesh
 };
+
+static int pointsPerRow(const st_sheet &sheet) {
+    return sheet.closed ? sheet.columns : sheet.columns + 1;
+}
+
+static int gridPoint(const st_grid &grid, int column, int row) {
+    const int perRow = pointsPerRow(grid.sheet);
+    const int index = row * perRow + column % perRow;
+    return grid.points[static_cast<std::size_t>(index)];
+}
 
 static st_grid addGrid(st_mesh &mesh, const st_sheet &sheet,
                        const std::function<st_vec(float, float)> &at) {
     st_grid grid = {sheet, {}};
-    const int perRow = sheet.closed ? sheet.columns : sheet.columns + 1;
+    const int perRow = pointsPerRow(sheet);
     for (int row = 0; row <= sheet.rows; row++) {
         const bool pole = (row == 0 && sheet.bottom) || (row == sheet.rows && sheet.top);
         for (int column = 0; column < perRow; column++) {
@@ -39,10 +44,10 @@ static void addCell(st_mesh &mesh, int surface, const st_grid &grid, int column,
     const float dv = sheet.repeat.v / static_cast<float>(sheet.rows);
     const float u = static_cast<float>(column) * du;
     const float v = static_cast<float>(row) * dv;
-    const int a = grid.at(column, row);
-    const int b = grid.at(column + 1, row);
-    const int c = grid.at(column + 1, row + 1);
-    const int d = grid.at(column, row + 1);
+    const int a = gridPoint(grid, column, row);
+    const int b = gridPoint(grid, column + 1, row);
+    const int c = gridPoint(grid, column + 1, row + 1);
+    const int d = gridPoint(grid, column, row + 1);
     if (row == 0 && sheet.bottom)
         addTriangle(mesh, surface, {a, c, d}, {{u + du / 2, v}, {u + du, v + dv}, {u, v + dv}});
     else if (row == sheet.rows - 1 && sheet.top)

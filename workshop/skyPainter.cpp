@@ -29,14 +29,14 @@ st_vec skyDirection(int side, float s, float t) {
 
 static const std::vector<st_cloudRow> &cloudRows() {
     static const std::vector<st_cloudRow> rows = {
-        {-7.5F, 64, 4.2F, mix(HAZE, MILK, 0.5F), mix(HAZE, ROSE, 0.35F)},
-        {-12.0F, 50, 5.4F, mix(HAZE, ROSE, 0.12F), mix(ROSE, SKY, 0.45F)},
-        {-18.0F, 40, 6.6F, mix(HAZE, ROSE, 0.25F), mix(SKY, ROSE, 0.30F)},
-        {-26.0F, 34, 8.0F, mix(SKY, HAZE, 0.55F), mix(SKY, DUSK, 0.40F)},
-        {-35.0F, 28, 9.5F, mix(SKY, HAZE, 0.25F), mix(SKY, DUSK, 0.65F)},
-        {-45.0F, 22, 11.0F, mix(SKY, DUSK, 0.30F), mix(DUSK, INK, 0.15F)},
-        {-56.0F, 16, 13.0F, mix(SKY, DUSK, 0.70F), mix(DUSK, INK, 0.45F)},
-        {-68.0F, 11, 15.0F, mix(DUSK, INK, 0.20F), mix(DUSK, INK, 0.75F)},
+        {-7.5F, 80, 4.4F, mix(HAZE, MILK, 0.5F), mix(HAZE, ROSE, 0.35F)},
+        {-12.0F, 62, 5.8F, mix(HAZE, ROSE, 0.12F), mix(ROSE, SKY, 0.45F)},
+        {-18.0F, 52, 7.0F, mix(HAZE, ROSE, 0.25F), mix(SKY, ROSE, 0.30F)},
+        {-26.0F, 42, 8.6F, mix(SKY, HAZE, 0.55F), mix(SKY, DUSK, 0.40F)},
+        {-35.0F, 34, 10.2F, mix(SKY, HAZE, 0.25F), mix(SKY, DUSK, 0.65F)},
+        {-45.0F, 27, 12.0F, mix(SKY, DUSK, 0.30F), mix(DUSK, INK, 0.15F)},
+        {-56.0F, 20, 14.0F, mix(SKY, DUSK, 0.70F), mix(DUSK, INK, 0.45F)},
+        {-68.0F, 14, 16.0F, mix(DUSK, INK, 0.20F), mix(DUSK, INK, 0.75F)},
     };
     return rows;
 }
@@ -52,29 +52,56 @@ static st_vec openSky(float elevation, st_vec direction) {
     return mix(color, mix(MILK, HAZE, 0.4F), wisp * 0.65F);
 }
 
-// How a direction meets a row of cloud tops.
-struct st_meeting {
-    float depth; // degrees inside its outline; not above 0 outside
-    float shade; // 0 on a lobe's lit top to 1 at its foot
+constexpr int REACH = 3; // lobes to either side that may cover a direction
+constexpr int NEAR = 2 * REACH + 1;
+
+struct st_cloudLobe {
+    float azimuth, elevation, radius; // degrees
 };
 
-static st_meeting meetRow(const st_cloudRow &row, unsigned seed, float azimuth, float elevation) {
+static float lobeChance(int lobe, float salt, unsigned seed) {
+    return solidNoise({static_cast<float>(lobe) * 1.37F, salt, 0.5F}, seed);
+}
+
+// The lobes of a row around an azimuth, those in front, which lie lower, last.
+static void nearLobes(const st_cloudRow &row, unsigned seed, float azimuth,
+                      st_cloudLobe (&lobes)[NEAR]) {
     const float spacing = 360.0F / static_cast<float>(row.lobes);
     const int nearest = static_cast<int>(std::lround(azimuth / spacing));
-    // Below its lobes the row has a solid foot.
-    st_meeting best = {row.elevation - row.radius * 0.25F - elevation, 1};
-    for (int i = nearest - 2; i <= nearest + 2; i++) {
+    for (int k = 0; k < NEAR; k++) {
+        const int i = nearest - REACH + k;
         const int lobe = (i % row.lobes + row.lobes) % row.lobes;
-        const float wild = solidNoise({static_cast<float>(lobe) * 1.37F, 0.5F, 0.5F}, seed);
-        const float wilder = solidNoise({static_cast<float>(lobe) * 2.11F, 7.5F, 0.5F}, seed);
-        const float radius = row.radius * (0.55F + 0.6F * wild);
-        const float across = azimuth - (static_cast<float>(i) + 0.6F * (wilder - 0.5F)) * spacing;
-        const float up = elevation - row.elevation - row.radius * 0.5F * (wilder - 0.5F);
-        const float depth = radius - std::sqrt(across * across * 0.8F + up * up);
-        if (depth > best.depth)
-            best = {depth, smoothStep(0.95F, -0.85F, (up + 0.25F * across) / radius)};
+        const float aside = 0.7F * (lobeChance(lobe, 3.5F, seed) - 0.5F);
+        const float up = 0.9F * (lobeChance(lobe, 7.5F, seed) - 0.5F);
+        lobes[k] = {(static_cast<float>(i) + aside) * spacing, row.elevation + up * row.radius,
+                    row.radius * (0.55F + 0.6F * lobeChance(lobe, 0.5F, seed))};
     }
-    return best;
+    std::sort(lobes, lobes + NEAR, [](const st_cloudLobe &a, const st_cloudLobe &b) {
+        return a.elevation > b.elevation;
+    });
+}
+
+// One row of cloud over what is behind it. soft, around 0, frays its light.
+static st_vec overRow(st_vec behind, const st_cloudRow &row, unsigned seed, float azimuth,
+                      float elevation, float soft) {
+    constexpr float EDGE = 0.35F; // degrees; keeps outlines from stepping
+    const float foot = row.elevation - row.radius * 0.25F - elevation;
+    st_vec color = mix(behind, row.shade, smoothStep(0, EDGE, foot));
+    st_cloudLobe lobes[NEAR] = {};
+    nearLobes(row, seed, azimuth, lobes);
+    for (const st_cloudLobe &lobe : lobes) {
+        const float across = 0.9F * (azimuth - lobe.azimuth);
+        const float up = elevation - lobe.elevation;
+        const float depth = lobe.radius - std::sqrt(across * across + up * up);
+        if (depth <= 0)
+            continue;
+        // Lit from above: darker with the distance from its top.
+        const float below = up - 0.6F * lobe.radius;
+        const float away = std::sqrt(across * across + below * below) / lobe.radius;
+        const st_vec shaded = mix(row.light, row.shade, smoothStep(0.15F, 1.30F, away + soft));
+        color = mix(color, shaded, smoothStep(0, EDGE, depth));
+    }
+    return color;
 }
 
 static st_vec skyColor(st_vec direction) {
@@ -84,12 +111,11 @@ static st_vec skyColor(st_vec direction) {
     st_vec color = openSky(elevation, d);
     unsigned seed = 11;
     for (const st_cloudRow &row : cloudRows()) {
-        const st_meeting meeting = meetRow(row, seed++, azimuth, elevation);
-        if (meeting.depth <= 0)
-            continue;
-        const float soft = (cloudNoise(d * 9.0F, 3, seed) - 0.5F) * 0.35F;
-        const float edge = smoothStep(0, 0.35F, meeting.depth); // keeps the outline from stepping
-        color = mix(color, mix(row.light, row.shade, smoothStep(0, 1, meeting.shade + soft)), edge);
+        if (elevation < row.elevation + 2 * row.radius) {
+            const float soft = (cloudNoise(d * 9.0F, 3, seed) - 0.5F) * 0.5F;
+            color = overRow(color, row, seed, azimuth, elevation, soft);
+        }
+        seed++;
     }
     return color;
 }

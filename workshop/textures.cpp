@@ -251,6 +251,21 @@ static st_canvas paintLonelyFace() {
     return canvas;
 }
 
+// A small picture of a wave and a sun: somebody is still at work on an entry.
+static st_canvas paintScreen() {
+    return paintCanvas(64, 64, [](float u, float v) {
+        const float wave = 0.36F + 0.10F * std::sin(u * 2 * PI * 1.5F);
+        const float x = u - 0.66F;
+        const float y = v - 0.68F;
+        st_vec color = mix(INK, DUSK, v);
+        if (x * x + y * y < 0.022F)
+            color = SUN;
+        if (v < wave)
+            color = mix(ROSE, AMBER, v / wave);
+        return std::fmod(v * 16, 1.0F) < 0.25F ? mix(color, INK, 0.25F) : color;
+    });
+}
+
 // A petal from the hub at u = 0 to its tip: bright, with veins that run along it.
 static st_canvas paintPetal() {
     return paintCanvas(128, 64, [](float u, float v) {
@@ -301,6 +316,7 @@ const std::vector<st_texture> &allTextures() {
         {"sunface.tga", FROM_TOP, paintSunFace},
         {"lonely.tga", PACKED, paintLonelyFace},
         {"record.tga", PACKED, paintRecord},
-        {"petal.tga", PACKED, paintPetal}};
+        {"petal.tga", PACKED, paintPetal},
+        {"screen.tga", PACKED_FROM_TOP, paintScreen}};
     return textures;
 }

@@ -1,4 +1,4 @@
-// Grass in tufts, denser at the rim and around the tree, and a few flowers and mushrooms.
+// Grass in tufts, denser at the rim, a few flowers and mushrooms, and what was left in it.
 #include "workshop/models/island.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"
@@ -85,5 +85,6 @@ st_mesh makeGrass() {
     addMushroom(mesh, onIsland(0.15F, 0.35F), 1.2F);
     addMushroom(mesh, onIsland(0.02F, 0.44F), 0.8F);
     addMushroom(mesh, onIsland(-2.0F, 0.7F), 1.1F);
+    append(mesh, makeTerminal());
     return mesh;
 }

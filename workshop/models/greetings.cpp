@@ -13,13 +13,14 @@ constexpr float RIM = 2.05F;   // where the wheel ends
 constexpr float DEPTH = 0.10F; // of spokes and petals
 
 struct st_lettering {
-    float size;
+    float size, depth;
     st_surface face, side;
 };
 
 // The name, shrunk if it is too long for its spoke, lying along +x.
 static st_mesh nameShape(const char *name, const st_lettering &lettering) {
-    st_textStyle style = plainStyle(lettering.size, 0.05F, lettering.face, lettering.side);
+    st_textStyle style =
+        plainStyle(lettering.size, lettering.depth, lettering.face, lettering.side);
     style.tolerance = 0.018F;
     const float room = RIM - HUB - 0.16F;
     const float width = textWidth(name, style);
@@ -57,7 +58,7 @@ st_mesh makeGreetingsOne() {
                                             "Sock Drawer", "Porridge", "Mittens",   "Lanterns"};
     constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
     const st_surface wood = painted("wood", "wood.tga", 0);
-    const st_lettering lettering = {0.33F, plain("greet-letters", MILK, 0),
+    const st_lettering lettering = {0.33F, 0.05F, plain("greet-letters", MILK, 0),
                                     plain("greet-letters-side", mix(BARK, INK, 0.5F), 0)};
     const st_outline plank = {
         {0.2F, -0.10F, 0}, {RIM - 0.05F, -0.165F, 0}, {RIM - 0.05F, 0.165F, 0}, {0.2F, 0.10F, 0}};
@@ -94,7 +95,7 @@ st_mesh makeGreetingsTwo() {
                                             "Zebra Tea", "Spaghetti",  "Whalers",
                                             "Cactus",    "Biscuit 9",  "Thunder"};
     constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
-    const st_lettering lettering = {0.33F, plain("greet-letters", mix(INK, DUSK, 0.15F), 0),
+    const st_lettering lettering = {0.34F, 0.03F, plain("greet-letters", mix(INK, DUSK, 0.15F), 0),
                                     plain("greet-letters-side", INK, 0)};
     st_mesh wheel;
     for (std::size_t i = 0; i < COUNT; i++) {
@@ -117,7 +118,7 @@ st_mesh makeGreetingsThree() {
                                             "Plum Inc.", "Foghorn",   "Monsoon", "Goat Unit",
                                             "Buttons",   "Pennies"};
     constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
-    const st_lettering lettering = {0.33F, plain("greet-letters", SUN, 0),
+    const st_lettering lettering = {0.33F, 0.05F, plain("greet-letters", SUN, 0),
                                     plain("greet-letters-side", mix(AMBER, BARK, 0.6F), 0)};
     st_mesh disc = slabShape({ringOutline(RIM + 0.05F, 48, false)}, DEPTH, 2 * (RIM + 0.05F),
                              painted("record", "record.tga", 0));

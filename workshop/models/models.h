@@ -19,3 +19,6 @@ st_mesh makeScroller();
 st_mesh makeStick();
 st_mesh makeLogo();
 st_mesh makeSign();
+
+// Not a model of its own: it stands in the grass.
+st_mesh makeTerminal();

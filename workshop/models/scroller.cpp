@@ -19,7 +19,7 @@ static const char *const WORDS =
     "VALMORINE! And now, once more, from the top...";
 
 st_mesh makeScroller() {
-    st_textStyle style = plainStyle(0.95F, 0.09F, painted("letters", "letters.tga", 0),
+    st_textStyle style = plainStyle(0.90F, 0.09F, painted("letters", "letters.tga", 0),
                                     plain("letters-side", mix(INK, DUSK, 0.25F), 0));
     // All letters are drawn in every frame, so they are coarse; and they are only ever seen from
     // above, so nobody misses their undersides.
@@ -29,6 +29,6 @@ st_mesh makeScroller() {
     style.tracking = (LENGTH - textWidth(WORDS, style)) / (letters * style.size);
     st_mesh mesh;
     append(mesh, textShape(WORDS, style),
-           moved({0, -0.93F, -1.95F}) * turned({1, 0, 0}, LEAN) * facingMainView());
+           moved({0, -0.99F, -1.95F}) * turned({1, 0, 0}, LEAN) * facingMainView());
     return mesh;
 }

@@ -97,7 +97,7 @@ static const std::vector<st_section> &form() {
         // second greeting: floating
         {8, 0, &FLOATING, PADS | ARP | SPARSE | LOW | HALF | HIT, DRIFT, WHISTLE, 1},
         {8, 0, &FLOATING, PADS | ARP | LOW | HALF | HATS, DRIFT, LEAD, 1},
-        {8, 0, &FLOATING, PADS | ARP | LOW | BEAT | HATS | HIT, ANSWER, BELL, 1},
+        {8, 0, &SUNNY, PADS | ARP | LOW | BEAT | HATS | HIT, ANSWER, BELL, 1},
         {4, 0, &DUSKY, PADS | ARP | LOW | HATS | RISE | FILL, nullptr, LEAD, 0.95F},
         // third greeting: a tone higher
         {8, 2, &SUNNY, PADS | ARP | LOW | BEAT | HATS | HIT, STROLL, LEAD, 1},
