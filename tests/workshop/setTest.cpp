@@ -2,6 +2,7 @@
 #include "workshop/set.h"
 #include "image/targa_image.h"
 #include "reader/lwo2.h"
+#include "tests/support/keptMemory.h"
 #include "tests/support/testFolder.h"
 #include "workshop/fileWriter.h"
 #include "workshop/objectWriter.h"
@@ -92,7 +93,7 @@ TEST(Set, everyModelKeepsToWhatTheRendererDraws) {
         st_lwObject *object = load(model.file);
         ASSERT_NE(object, nullptr);
         expectDrawable(*object);
-        lwFreeObject(object);
+        freeObjectWhole(object);
     }
 }
 

@@ -2,6 +2,7 @@
 #include "image/targa_image.h"
 #include "reader/lwo2.h"
 #include "tests/support/childProcess.h"
+#include "tests/support/keptMemory.h"
 #include "tests/support/testFolder.h"
 #include "workshop/fileWriter.h"
 #include "workshop/objectWriter.h"
@@ -46,7 +47,7 @@ TEST(ObjectWriter, keepsPointsPolygonsAndSurfaces) {
     EXPECT_EQ(layer.polygonList.polygons[1].vertices[2].index, 4);
     EXPECT_EQ(layer.polygonList.polygons[1].surface, object->surfaces);
     EXPECT_EQ(layer.polygonList.polygons[0].normal[2], 1);
-    lwFreeObject(object);
+    freeObjectWhole(object);
 }
 
 // 3---4---5  Two textured quads; the seam between them has u = 1 on the left quad and u = 0 on
@@ -79,7 +80,7 @@ TEST(ObjectWriter, givesSeamsTheirOwnCorners) {
     EXPECT_EQ(corners.polygonIndices[0], 1);
     EXPECT_EQ(corners.values[0][0], 0);
     EXPECT_EQ(points.values[1][0], 1);
-    lwFreeObject(object);
+    freeObjectWhole(object);
 }
 
 TEST(ObjectWriter, namesTheImageOnce) {
@@ -97,7 +98,7 @@ TEST(ObjectWriter, namesTheImageOnce) {
         EXPECT_EQ(surface->color.textures->param.imageMap.projection, 5);
         EXPECT_EQ(surface->color.textures->param.imageMap.clipIndex, 1);
     }
-    lwFreeObject(object);
+    freeObjectWhole(object);
 }
 
 TEST(ObjectWriter, takesMorePointsThanShortIndicesReach) {
@@ -110,7 +111,7 @@ TEST(ObjectWriter, takesMorePointsThanShortIndicesReach) {
     ASSERT_NE(object, nullptr);
     const st_lwPolygonList &polygons = object->layers->polygonList;
     EXPECT_EQ(polygons.polygons[polygons.count - 1].vertices[2].index, 69530);
-    lwFreeObject(object);
+    freeObjectWhole(object);
 }
 
 TEST(ObjectWriter, refusesNamesThatTheRendererCannotKeep) {
