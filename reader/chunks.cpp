@@ -53,6 +53,12 @@ bool atFormEnd(const st_form *form) {
     return static_cast<long long>(form->size) <= std::ftell(form->file) - CHUNK_HEADER_SIZE;
 }
 
+bool skipChunk(st_form *form) {
+    set_flen(0);
+    skipbytes(form->file, form->chunkSize);
+    return get_flen() >= 0;
+}
+
 void closeForm(st_form *form) {
     std::fclose(form->file);
     form->file = nullptr;

@@ -33,6 +33,9 @@ bool readChunkHeader(st_form *form);
 // Whether the chunks read so far fill the form. Its size is taken at its word.
 bool atFormEnd(const st_form *form);
 
+// Skips the body of the chunk at hand.
+bool skipChunk(st_form *form);
+
 void closeForm(st_form *form);
 
 // The one way out of a failed load: reports the latest chunk and, while the file is open, the
@@ -72,6 +75,9 @@ st_subChunks beginSubChunks(std::FILE *file, int size, lwOverrun overrun);
 bool nextSubChunk(st_subChunks *subs);
 
 // -------------------------------------------------------------------- new records
+
+// Zeroed, with one zeroed layer; layerCount is still 0 (lwo2). Null without memory.
+st_lwObject *newObject();
 
 // Zeroed but for contrast, brightness, saturation and gamma, which are 1 (clip). Null without
 // memory.

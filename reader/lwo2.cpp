@@ -1,5 +1,5 @@
 // The entry point of the reader: an LWO2 file chunk by chunk into an object record, then what
-// the geometry of each layer implies.
+// the geometry of each layer implies. Files of the older layout are handed on.
 #include "reader/lwo2.h"
 
 #include "reader/chunks.h"
@@ -38,6 +38,15 @@ static st_lwLayer *addLayer(st_lwObject *object) {
     return layer;
 }
 
+st_lwObject *newObject() {
+    st_lwObject *object = static_cast<st_lwObject *>(std::calloc(1, sizeof(st_lwObject)));
+    if (object != nullptr && addLayer(object) == nullptr) {
+        std::free(object);
+        return nullptr;
+    }
+    return object;
+}
+
 // Skips what a chunk's reader has left; false when it read too much or failed.
 static bool leaveChunk(const st_form *form) {
     if (get_flen() < 0 || get_flen() > form->chunkSize)
@@ -72,11 +81,6 @@ static bool readBoundingBox(st_form *form, st_lwLayer *layer) {
     set_flen(0);
     getVector(form->file, layer->bbox);
     getVector(form->file, layer->bbox + 3);
-    return leaveChunk(form);
-}
-
-static bool skipChunk(st_form *form) {
-    set_flen(0);
     return leaveChunk(form);
 }
 
@@ -173,20 +177,14 @@ static bool deriveLayers(st_lwObject *object) {
     return true;
 }
 
-// Zeroed, with the layer that exists before any LAYR chunk; layerCount is still 0.
-static st_lwObject *newObject() {
-    st_lwObject *object = static_cast<st_lwObject *>(std::calloc(1, sizeof(st_lwObject)));
-    if (object != nullptr && addLayer(object) == nullptr) {
-        std::free(object);
-        return nullptr;
-    }
-    return object;
-}
-
 st_lwObject *lwGetObject(const char *path, unsigned int *failID, int *failpos) {
     st_form form;
     if (!openForm(path, &form))
         return nullptr;
+    if (form.type == lwID("LWOB")) {
+        closeForm(&form);
+        return lwGetObject5(path, failID, failpos);
+    }
     if (form.type != lwID("LWO2"))
         return refuseForm(&form, failpos);
 

@@ -405,7 +405,7 @@ struct st_lwObject {
     st_lwTagList tagList;
     int layerCount; // at least 1
     int envelopeCount;
-    int clipCount;
+    int clipCount; // stays 0 in an LWOB file, whose surfaces make up clips as they go
     int surfaceCount;
 };
 
@@ -414,8 +414,8 @@ struct st_lwObject {
 // Every lwFree... function accepts null and half-read records. The other functions take valid
 // pointers unless they say otherwise.
 
-// Loads an object file of layout LWO2. The caller owns the object.
-// Chunks read: LAYR PNTS POLS VMAP VMAD PTAG TAGS ENVL CLIP SURF BBOX; others are skipped.
+// Loads an object file of layout LWO2 or LWOB. The caller owns the object. Of LWO2 these
+// chunks are read: LAYR PNTS POLS VMAP VMAD PTAG TAGS ENVL CLIP SURF BBOX; others are skipped.
 // Null when the file
 //   cannot be opened or is shorter than 12 bytes: failID and failpos are not touched;
 //   is not a form of a known type: *failpos is 12;
@@ -633,6 +633,24 @@ int compare_keys(st_lwKey *a, st_lwKey *b);
 
 void lwFreeEnvelope(st_lwEnvelope *envelope);
 
+// ----------------------------------------------------- values of envelopes (curve)
+
+// The value of an envelope at a time in seconds; 0 when it has no keys. A behaviour that is
+// none of lwBehavior extends the first or the last span.
+float evalEnvelope(st_lwEnvelope *envelope, float time);
+
+// The tangents of the span between two keys that follow each other: the one that leaves key0,
+// by the shape of key0, and the one that arrives at key1, by the shape of key1.
+float outgoing(st_lwKey *key0, st_lwKey *key1);
+float incoming(st_lwKey *key0, st_lwKey *key1);
+
+// The value at a time of a span that ends at a BEZ2 key.
+float bez2(st_lwKey *key0, st_lwKey *key1, float time);
+
+// The parameter at which the Bezier curve of these four times reaches a time, looked for
+// between *t0 and *t1, which close in on it; the nearest one if there is no such parameter.
+float bez2_time(float x0, float x1, float x2, float x3, float time, float *t0, float *t1);
+
 // ------------------------------------------------------------------- clips (clip)
 
 // CLIP: I4 index, sub-chunk STIL, ISEQ, ANIM, XREF or STCC as the source, then TIME CONT BRIT
@@ -663,3 +681,32 @@ int lwGetPointVMaps(st_lwPointList *pointList, st_lwVMap *vmaps);
 int lwGetPolyVMaps(st_lwPolygonList *polygonList, st_lwVMap *vmaps);
 
 void lwFreeVMap(st_lwVMap *vmap);
+
+// ----------------------------------------------------- the older layout (lwob)
+
+// Loads an object file of layout LWOB; lwGetObject does so by itself. Arguments and results are
+// the same. Chunks read: PNTS POLS SRFS SURF; others are skipped.
+st_lwObject *lwGetObject5(const char *path, unsigned int *failID, int *failpos);
+
+// POLS: for each polygon U2 number of vertices, U2 point index for each, I2 surface number,
+// counted from 1 and, when negative, followed by a U2 count of detail polygons. 1, or 0, and the
+// whole list freed, when the last polygon is cut short.
+int lwGetPolygons5(std::FILE *file, int size, st_lwPolygonList *polygonList, int pointOffset);
+
+// ------------------------------------------- surfaces of that layout (lwobSurface)
+
+// SURF: S0 name, sub-chunks (4-byte ID, 2-byte length, padded to even): COLR FLAG LUMI DIFF SPEC
+// REFL TRAN VLUM VDIF VSPC GLOS RFLT RIMG RSAN RIND SMAN, the textures CTEX DTEX STEX RTEX TTEX
+// LTEX BTEX and what belongs to the latest one: TFLG TSIZ TCTR TFAL TVEL TCLR TVAL TAMP TFP0
+// TFP1 TAAS TOPC TIMG TREF, and the shaders SHDR with their SDAT. Appends clips and envelopes to
+// the object. The caller owns the surface; null as from lwGetSurface.
+st_lwSurface *lwGetSurface5(std::FILE *file, int size, st_lwObject *object);
+
+// A new texture from the name of an old one: an image map if the name says so, else procedural.
+// Takes the name over, which may be null; null without memory, the name freed.
+st_lwTexture *get_texture(char *name);
+
+// Appends three envelopes for a texture centre that starts at position and moves by velocity
+// (units a frame, 30 frames a second). The index of the first; 0, and nothing appended,
+// without memory.
+int add_tvel(float position[3], float velocity[3], st_lwEnvelope **envelopes, int *envelopeCount);
