@@ -2,12 +2,14 @@
 #include "workshop/synth/music.h"
 #include "tests/support/childProcess.h"
 #include "tests/support/testFolder.h"
+#include "workshop/synth/effects.h"
 #include "workshop/synth/score.h"
 
 #include <vorbis/vorbisfile.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -78,4 +80,66 @@ TEST(Score, followsTheShow) {
         EXPECT_FALSE(note.voice == KICK && note.start > 278 && note.start < 296) << "calm";
         EXPECT_LT(note.start + note.length, scoreLength());
     }
+}
+
+// ------------------------------------------------------------------------------ voices
+
+static std::vector<float> played(int voice, float pitch, double length) {
+    st_voice sounding = startVoice({0, length, voice, pitch, 1, 0});
+    std::vector<float> samples;
+    while (!sounding.over && samples.size() < 10 * SAMPLE_RATE)
+        samples.push_back(nextSample(sounding).left);
+    return samples;
+}
+
+TEST(Voices, soundThenEndAndStayInBounds) {
+    for (int voice = 0; voice < INSTRUMENTS; voice++) {
+        const std::vector<float> samples = played(voice, 60, 0.5);
+        EXPECT_LT(samples.size(), 10U * SAMPLE_RATE) << "instrument " << voice << " never ends";
+        float loudest = 0;
+        for (const float sample : samples)
+            loudest = std::max(loudest, std::fabs(sample));
+        EXPECT_GT(loudest, 0.05F) << "instrument " << voice;
+        EXPECT_LT(loudest, 4.0F) << "instrument " << voice;
+    }
+}
+
+TEST(Voices, playTheirPitch) {
+    // Upward crossings of zero in the second half of a held A: the whistle is nearly a sine.
+    const std::vector<float> samples = played(WHISTLE, 69, 2.0);
+    int crossings = 0;
+    for (std::size_t i = SAMPLE_RATE / 2; i < SAMPLE_RATE * 3 / 2; i++)
+        crossings += samples[i] < 0 && samples[i + 1] >= 0 ? 1 : 0;
+    EXPECT_NEAR(crossings, 440, 6);
+}
+
+TEST(Effects, theLimiterHoldsItsCeiling) {
+    st_limiter limiter = makeLimiter();
+    for (int i = 0; i < SAMPLE_RATE; i++) {
+        const float loud = 3 * std::sin(static_cast<float>(i) * 0.05F);
+        EXPECT_LE(std::fabs(limitSample(limiter, {loud, 0}).left), 0.8F);
+    }
+}
+
+TEST(Effects, theEchoSwingsFromSideToSide) {
+    st_echo echo = makeEcho(0.01); // 441 samples
+    std::vector<st_stereo> out;
+    for (int i = 0; i < 1000; i++)
+        out.push_back(echoSample(echo, i == 0 ? 1.0F : 0.0F));
+    EXPECT_EQ(out[441].left, 1);
+    EXPECT_EQ(out[441].right, 0);
+    EXPECT_EQ(out[882].left, 0);
+    EXPECT_GT(out[882].right, 0.2F);
+}
+
+TEST(Effects, theRoomDiesAway) {
+    st_room room = makeRoom();
+    float early = 0;
+    float late = 0;
+    for (int i = 0; i < 4 * SAMPLE_RATE; i++) {
+        const float out = std::fabs(roomSample(room, {i == 0 ? 1.0F : 0.0F, 0}).left);
+        (i < SAMPLE_RATE ? early : late) += out;
+    }
+    EXPECT_GT(early, 0.1F);
+    EXPECT_LT(late, early / 10);
 }

@@ -95,7 +95,7 @@ st_mesh makeGreetingsTwo() {
                                             "Zebra Tea", "Spaghetti",  "Whalers",
                                             "Cactus",    "Biscuit 9",  "Thunder"};
     constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
-    const st_lettering lettering = {0.34F, 0.03F, plain("greet-letters", mix(INK, DUSK, 0.15F), 0),
+    const st_lettering lettering = {0.36F, 0.012F, plain("greet-letters", mix(INK, DUSK, 0.15F), 0),
                                     plain("greet-letters-side", INK, 0)};
     st_mesh wheel;
     for (std::size_t i = 0; i < COUNT; i++) {
