@@ -124,6 +124,7 @@ TEST(Effects, theLimiterHoldsItsCeiling) {
 TEST(Effects, theEchoSwingsFromSideToSide) {
     st_echo echo = makeEcho(0.01); // 441 samples
     std::vector<st_stereo> out;
+    out.reserve(1000);
     for (int i = 0; i < 1000; i++)
         out.push_back(echoSample(echo, i == 0 ? 1.0F : 0.0F));
     EXPECT_EQ(out[441].left, 1);

@@ -49,8 +49,7 @@ static void addSky(st_mesh &mesh) {
 }
 
 static void addMeadow(st_mesh &mesh) {
-    // Not quite white: the light that follows the sun needs room to shine.
-    const st_surface turf = tinted("turf", "turf.tga", ROUND, {0.9F, 0.9F, 0.9F});
+    const st_surface turf = painted("turf", "turf.tga", ROUND);
     const st_sheet sheet = {RIM_CELLS, 9, true, false, true, {1, 1}};
     st_mesh meadow = sheetShape(sheet, turf, [](float u, float v) {
         // Seen from above, u runs against the angle: z points away from the viewer.
