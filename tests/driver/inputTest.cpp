@@ -7,7 +7,8 @@
 
 TEST(Keyboard, escapeQAndControlCEndTheProcessWithStatus0) {
     for (const char key : {'\x1b', 'q', '\x03'})
-        EXPECT_EXIT(keyboard(static_cast<unsigned char>(key), 0, 0), testing::ExitedWithCode(0), "");
+        EXPECT_EXIT(keyboard(static_cast<unsigned char>(key), 0, 0), testing::ExitedWithCode(0),
+                    "");
 }
 
 TEST(Keyboard, everyOtherKeyIsIgnored) {

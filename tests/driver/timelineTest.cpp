@@ -211,7 +211,9 @@ static Frame readFrame() {
             rotation = "@" + std::to_string(std::lround(call.numbers[0] * 10));
         } else if (call.name == "drawLwo") {
             const std::string name = call.text.substr(8, call.text.find(',') - 8);
-            frame.models += (frame.models.empty() ? "" : " ") + name + rotation;
+            frame.models += frame.models.empty() ? "" : " ";
+            frame.models += name;
+            frame.models += rotation;
         } else if (call.name == "FSOUND_SetVolume") {
             frame.volume = call.text;
         }
