@@ -2,6 +2,7 @@
 #include "tests/show/pngPicture.h"
 #include "tests/support/childProcess.h"
 #include "tests/support/chunkWriter.h"
+#include "tests/support/testFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +34,7 @@ namespace {
 class Lwoview : public testing::Test {
 protected:
     void SetUp() override {
-        directory = testing::TempDir() + "a folder with a long name for lwoview";
+        directory = testPath("a folder with a long name for lwoview");
         fs::remove_all(directory);
         fs::create_directories(directory);
         writeFile(directory + "/hat.lwo", pyramid(4));

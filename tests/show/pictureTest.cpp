@@ -1,6 +1,7 @@
 // Small models drawn for real, off-screen, and looked at pixel by pixel.
 #include "renderer/lwoRenderer.h"
 #include "tests/support/chunkWriter.h"
+#include "tests/support/testFolder.h"
 #include "tools/offscreenGlut.h"
 
 #include <GL/glut.h>
@@ -95,7 +96,7 @@ static void openContext() {
 }
 
 static st_lwoObj *load(const std::string &model) {
-    const std::string path = testing::TempDir() + "picture.lwo";
+    const std::string path = testPath("picture.lwo");
     writeFile(path, model);
     return newLwoObj(path.c_str(), 1);
 }
@@ -121,7 +122,7 @@ TEST(Picture, textureStandsUprightHoweverItsFileIsLaidOut) {
                 SCOPED_TRACE(testing::Message() << "top first " << topFirst << ", alpha " << alpha
                                                 << ", runs " << runs);
                 openContext();
-                writeFile(testing::TempDir() + "skin.tga", fourBlocks(topFirst, alpha, runs));
+                writeFile(testPath("skin.tga"), fourBlocks(topFirst, alpha, runs));
                 st_lwoObj *model = load(texturedSquare(color(1, 1, 1)));
                 ASSERT_NE(model, nullptr);
                 drawLwo(model, 0);
@@ -135,7 +136,7 @@ TEST(Picture, textureStandsUprightHoweverItsFileIsLaidOut) {
 
 TEST(Picture, surfaceColorTintsItsTexture) {
     openContext();
-    writeFile(testing::TempDir() + "skin.tga", fourBlocks(false, false, false));
+    writeFile(testPath("skin.tga"), fourBlocks(false, false, false));
     st_lwoObj *model = load(texturedSquare(color(0.5F, 0.25F, 0)));
     ASSERT_NE(model, nullptr);
     drawLwo(model, 0);

@@ -1,6 +1,7 @@
 // recordShow on the default set: the pictures are there, complete and the same each time.
 #include "tests/show/pngPicture.h"
 #include "tests/support/childProcess.h"
+#include "tests/support/testFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -16,10 +17,9 @@ static int recordShow(std::vector<std::string> arguments, const std::string &out
     return runChild(arguments, SHOW_DIR, {"LIBGL_ALWAYS_SOFTWARE=1"}, output);
 }
 
-// A folder of the test's own, empty.
+// A folder of its own for one run.
 static std::string freshDirectory(const std::string &name) {
-    const std::string directory = testing::TempDir() + name;
-    fs::remove_all(directory);
+    std::string directory = testPath(name);
     fs::create_directories(directory);
     return directory;
 }
@@ -77,7 +77,7 @@ TEST(RecordShow, aFrameIsTheSameHoweverTheListIsCut) {
 
 TEST(RecordShow, saysInOneLineWhatIsWrong) {
     const std::string directory = freshDirectory("wrong");
-    const std::string output = testing::TempDir() + "wrongOutput.txt";
+    const std::string output = testPath("wrongOutput.txt");
     const struct {
         std::vector<std::string> arguments;
         int status;

@@ -1,5 +1,6 @@
 // The real testRender in a window of a virtual display.
 #include "tests/support/childProcess.h"
+#include "tests/support/testFolder.h"
 #include "tests/support/toneFile.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -20,8 +22,7 @@ class WindowTest : public testing::Test {
 protected:
     void SetUp() override {
         const auto *test = testing::UnitTest::GetInstance()->current_test_info();
-        directory = testing::TempDir() + "window-" + test->name();
-        fs::remove_all(directory);
+        directory = testPath(test->name());
         fs::create_directories(directory + "/msx");
         fs::create_symlink(fs::path(SHOW_DIR) / "lwo", directory + "/lwo");
         fs::create_symlink(fs::path(SHOW_DIR) / MUSIC, directory + "/" + MUSIC);
@@ -70,13 +71,14 @@ protected:
         return output(arguments);
     }
 
-    // The display's number is the only line that is one.
+    // The display's number, alone in its line; complaints about displays that others took while
+    // the server was looking for a free one may stand before it. -1 while there is none.
     static int readNumber(const std::string &path) {
-        const std::string text = readText(path);
-        const std::size_t end = text.find('\n');
-        if (end == std::string::npos || text.find_first_not_of("0123456789") != end)
-            return -1;
-        return std::atoi(text.c_str());
+        std::istringstream text(readText(path));
+        for (std::string line; std::getline(text, line) && !text.eof();)
+            if (!line.empty() && line.find_first_not_of("0123456789") == std::string::npos)
+                return std::atoi(line.c_str());
+        return -1;
     }
 
     static constexpr const char *MUSIC = "msx/ferrol_-_tamo_lani_rete.ogg";
