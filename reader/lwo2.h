@@ -589,8 +589,8 @@ void lwFreePlugin(st_lwPlugin *plugin);
 
 // ------------------------------------------------------------- textures (texture)
 //
-// The five readers of parts fill the given record, give 1, or 0 on failure, and leave in flen
-// the bytes from where they started. They do not read more than one sub-chunk past their size.
+// Those that fill a given record give 1, or 0 on failure, and leave in flen the bytes from where
+// they started. They do not read more than one sub-chunk past their size.
 
 // BLOK of type IMAP, PROC or GRAD, from behind that ID: U2 header length, header, sub-chunks of
 // the type; those of any other type are skipped. bloksz: the bytes of all that. The caller owns
