@@ -14,23 +14,22 @@ static st_image imageOf(int type, int depth, std::string &pixels, int width, int
     return image;
 }
 
-TEST(ImageMakeRgb, swapsBgrOnceThenSaysItIsRgb) {
-    std::string pixels = "bgrBGR";
-    st_image image = imageOf(IMAGE_BGR, 24, pixels, 1, 2);
-    EXPECT_EQ(image_make_rgb(&image), 0);
-    EXPECT_EQ(pixels, "rgbRGB");
-    EXPECT_EQ(image.type, 3);
-    EXPECT_EQ(image_make_rgb(&image), 1);
-    EXPECT_EQ(pixels, "rgbRGB");
-}
-
-TEST(ImageMakeRgb, keepsAlphaInPlace) {
-    std::string pixels = "bgraBGRA";
-    st_image image = imageOf(IMAGE_BGRA, 32, pixels, 2, 1);
-    EXPECT_EQ(image_make_rgb(&image), 0);
-    EXPECT_EQ(pixels, "rgbaRGBA");
-    EXPECT_EQ(image.type, 4);
-    EXPECT_EQ(image_make_rgb(&image), 1);
+TEST(ImageMakeRgb, swapsRedAndBlueOnceThenSaysItIsRgb) {
+    const struct {
+        int type, depth;
+        std::string before, after;
+        int typeAfter;
+    } cases[] = {{IMAGE_BGR, 24, "bgrBGR", "rgbRGB", 3},
+                 {IMAGE_BGRA, 32, "bgraBGRA", "rgbaRGBA", 4}};
+    for (const auto &item : cases) {
+        std::string pixels = item.before;
+        st_image image = imageOf(item.type, item.depth, pixels, 1, 2);
+        for (const int result : {0, 1}) {
+            EXPECT_EQ(image_make_rgb(&image), result);
+            EXPECT_EQ(pixels, item.after);
+            EXPECT_EQ(image.type, item.typeAfter);
+        }
+    }
 }
 
 TEST(ImageMakeRgb, leavesOtherTypesAndPixelsThatAreTooSmallAlone) {
@@ -48,12 +47,10 @@ TEST(ImageMakeRgb, leavesOtherTypesAndPixelsThatAreTooSmallAlone) {
 }
 
 TEST(ImageLabels, areIndexedByFileValues) {
-    EXPECT_STREQ(image_type_label[0], "No image");
-    EXPECT_STREQ(image_type_label[1], "Color Mapped");
-    EXPECT_STREQ(image_type_label[2], "True Color");
-    EXPECT_STREQ(image_type_label[3], "Grey Scale");
-    EXPECT_STREQ(pixel_orig_label[IMAGE_BOTTOM_LEFT / 0x10], "Bottom-left");
-    EXPECT_STREQ(pixel_orig_label[IMAGE_BOTTOM_RIGHT / 0x10], "Bottom-right");
-    EXPECT_STREQ(pixel_orig_label[IMAGE_TOP_LEFT / 0x10], "Top-left");
-    EXPECT_STREQ(pixel_orig_label[IMAGE_TOP_RIGHT / 0x10], "Top-right");
+    const char *const types[] = {"No image", "Color Mapped", "True Color", "Grey Scale"};
+    const char *const origins[] = {"Bottom-left", "Bottom-right", "Top-left", "Top-right"};
+    for (int i = 0; i < 4; i++) {
+        EXPECT_STREQ(image_type_label[i], types[i]);
+        EXPECT_STREQ(pixel_orig_label[i], origins[i]);
+    }
 }
