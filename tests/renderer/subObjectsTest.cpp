@@ -77,7 +77,7 @@ TEST(SubObjects, unmappedQuadCornersAreZero) {
 TEST(SubObjects, perPolygonMapAmongAPointsMapsLeavesAQuadCornerOut) {
     st_lwObject *object = loadModel(uv(QUAD, vmap("uv", 2, {1, 1})))->object;
     object->layers->vmaps->perPolygon = 1;
-    st_rObj *rObj = makeRObjs(1);
+    st_rObj *rObj = keep(makeRObjs(1));
     makeSubObjs(object, rObj, 0);
     EXPECT_EQ(floats(rObj->subObjs[0].quads, 14),
               (Floats{0, 0, 1, 0, 0, 0, /* corner 1 */ 0, 0, 0, 0, 1, 1, 0, 0}));
