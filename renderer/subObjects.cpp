@@ -17,8 +17,9 @@ constexpr int QUAD_FLOATS = 4 * VERTEX_ROOM;
 
 // Largest model that is built. Sub-objects multiply (surfaces by layers, polygons by surfaces of
 // one name), so without a limit a small file could ask for all memory there is.
-constexpr double MAX_MODEL_BYTES = 4e9;
-constexpr int MAX_LAYERS = 0x10000; // layer numbers have 16 bits
+constexpr double MAX_MODEL_BYTES = 1e9;
+constexpr int EMPTY_ARRAY_BYTES = 32; // what an array of nothing takes from the heap
+constexpr int MAX_LAYERS = 0x10000;   // layer numbers have 16 bits
 
 // Packs floats into an array. The cursor counts on where the room ends.
 struct st_floatWriter {
@@ -249,8 +250,9 @@ int subObjsFit(st_lwObject *object) {
     for (const st_lwLayer *layer = object->layers; layer != nullptr; layer = layer->next)
         polygonCount += layer->polygonList.count;
     const double subObjCount = static_cast<double>(object->layerCount) * object->surfaceCount;
+    const double subObjBytes = sizeof(st_subObj) + 2 * EMPTY_ARRAY_BYTES;
     const double polygonBytes = (QUAD_FLOATS + 2 * COLOR_ROOM) * sizeof(float);
     return object->layerCount <= MAX_LAYERS &&
-           subObjCount * sizeof(st_subObj) + polygonCount * countNamesakes(object) * polygonBytes <=
+           subObjCount * subObjBytes + polygonCount * countNamesakes(object) * polygonBytes <=
                MAX_MODEL_BYTES;
 }

@@ -82,7 +82,7 @@ TEST(Loading, directoryMustFitItsField) {
 
 TEST(Loading, modelsThatMultiplyBeyondAllMemoryAreRefused) {
     std::string chunks = polygonTags({"a"}, {});
-    for (int i = 0; i < 6000; i++)
+    for (int i = 0; i < 2400; i++)
         chunks += surf("a") + layr(static_cast<unsigned>(i));
     CaptureStdout();
     EXPECT_EQ(loadModel(chunks), nullptr);
