@@ -12,7 +12,7 @@ int xCenter = 0;
 int yCenter = 0;
 
 enum dragMode { DRAG_NONE = 0, DRAG_ROTATE = 1, DRAG_ZOOM = 3 };
-enum button { BUTTON_LEFT = 0, BUTTON_RIGHT = 2 };
+enum mouseButton { BUTTON_LEFT = 0, BUTTON_RIGHT = 2 };
 
 constexpr unsigned char KEY_CTRL_C = 3;
 constexpr unsigned char KEY_ESCAPE = 27;

@@ -26,7 +26,7 @@ struct st_modelSource {
 };
 
 // In loading order, which is the order of the loader's messages.
-static const st_modelSource modelTable[] = {
+static const st_modelSource MODEL_TABLE[] = {
     {"lwo/tree3d.lwo", &obj},        {"lwo/moln1.lwo", &obj2},
     {"lwo/moln2.lwo", &obj3},        {"lwo/gubbenimolnet.lwo", &obj4},
     {"lwo/box4.lwo", &obj5},         {"lwo/grass.lwo", &obj6},
@@ -41,13 +41,13 @@ constexpr int CONTEXT_COUNT = 1; // one window
 constexpr int CONTEXT = 0;
 
 int loadObjects(int /*argc*/, char ** /*argv*/) {
-    for (const st_modelSource &source : modelTable)
+    for (const st_modelSource &source : MODEL_TABLE)
         *source.model = newLwoObj(source.path, CONTEXT_COUNT);
     return 0;
 }
 
 static const char *pathOf(st_lwoObj *const *model) {
-    for (const st_modelSource &source : modelTable)
+    for (const st_modelSource &source : MODEL_TABLE)
         if (source.model == model)
             return source.path;
     return "?";

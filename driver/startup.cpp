@@ -23,8 +23,8 @@ static const float lightAmbient2[4] = {0.2F, 0.2F, 0.2F, 1.0F};
 static const float lightDiffuse2[4] = {0.2F, 0.2F, 0.2F, 1.0F};
 static const float lightPosition2[4] = {0.0F, 1.0F, 1.0F, 1.0F};
 
-static const char *const windowTitle = "k7-orvo-----VALMORINE____2003____INVITRO-----ovro-7k";
-static const char *const musicPath = "msx/ferrol_-_tamo_lani_rete.ogg";
+constexpr char WINDOW_TITLE[] = "k7-orvo-----VALMORINE____2003____INVITRO-----ovro-7k";
+constexpr char MUSIC_PATH[] = "msx/ferrol_-_tamo_lani_rete.ogg";
 
 constexpr int MIX_RATE = 44100; // Hz
 constexpr int MIX_CHANNELS = 32;
@@ -36,7 +36,7 @@ constexpr double FAR_PLANE = 5000.0;
 
 void initFmod() {
     FSOUND_Init(MIX_RATE, MIX_CHANNELS, 0);
-    stream = FSOUND_Stream_OpenFile(musicPath, STREAM_MODE, 0);
+    stream = FSOUND_Stream_OpenFile(MUSIC_PATH, STREAM_MODE, 0);
 }
 
 static void initLights() {
@@ -63,7 +63,7 @@ void init() {
     glEnable(GL_TEXTURE_2D);
     glClearColor(0.0F, 0.0F, 0.0F, 0.0F);
     FSOUND_Init(MIX_RATE, MIX_CHANNELS, 0);
-    stream = FSOUND_Stream_OpenFile(musicPath, STREAM_MODE, 0);
+    stream = FSOUND_Stream_OpenFile(MUSIC_PATH, STREAM_MODE, 0);
     initLights(); // under the identity matrix: the lights stand still before the eye
     FSOUND_Stream_Play(MUSIC_CHANNEL, stream);
 }
@@ -81,7 +81,7 @@ int runShow(int argc, char **argv) {
     glutInitDisplayMode(GLUT_RGB | GLUT_DOUBLE | GLUT_DEPTH);
     glutInitWindowPosition(100, 100);
     glutInitWindowSize(800, 600);
-    glutCreateWindow(windowTitle);
+    glutCreateWindow(WINDOW_TITLE);
 
     loadObjects(argc, argv);
     init();
