@@ -84,10 +84,16 @@ int get_flen() {
 
 // ------------------------------------------------------------------ from a file
 
-// A block that could never be filled is not asked for: sizes come from files.
+// A block that could never be filled is not asked for: sizes come from files. The position
+// is then where reading it would have ended.
 static char *allocateBlock(std::FILE *file, int size) {
-    if (size < 0 || size > bytesLeft(file))
+    if (size < 0)
         return nullptr;
+    long left = bytesLeft(file);
+    if (size > left) {
+        std::fseek(file, std::max(left, 0L), SEEK_CUR);
+        return nullptr;
+    }
     char *block = static_cast<char *>(std::malloc(static_cast<std::size_t>(size) + BLOCK_MARGIN));
     if (block != nullptr)
         std::memset(block + size, 0, BLOCK_MARGIN);

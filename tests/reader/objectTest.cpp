@@ -109,13 +109,20 @@ TEST(Object, otherFormsFailAtTwelve) {
 }
 
 TEST(Object, failureNamesTheChunkAndThePosition) {
-    const std::string whole = form("LWO2", onePoint + surface("abc"));
-    Failure failure;
-    EXPECT_EQ(load(whole.substr(0, whole.size() - 1), &failure), nullptr);
-    EXPECT_EQ(failure.id, lwID("SURF"));
-    EXPECT_EQ(failure.position, static_cast<int>(whole.size()) - 1);
-    writeFile(testPath("cut.lwo"), whole.substr(0, whole.size() - 1));
-    EXPECT_EQ(lwGetObject(testPath("cut.lwo").c_str(), nullptr, nullptr), nullptr);
+    const struct {
+        std::string chunks;
+        unsigned id;
+    } cases[] = {{onePoint + surface("abc"), lwID("SURF")},
+                 {surface("abc") + onePoint, lwID("PNTS")}};
+    for (const auto &item : cases) {
+        const std::string whole = form("LWO2", item.chunks);
+        const std::string cut = whole.substr(0, whole.size() - 1);
+        Failure failure;
+        EXPECT_EQ(load(cut, &failure), nullptr);
+        EXPECT_EQ(failure.id, item.id);
+        EXPECT_EQ(failure.position, static_cast<int>(cut.size()));
+        EXPECT_EQ(lwGetObject(memoryFile(cut).c_str(), nullptr, nullptr), nullptr);
+    }
 }
 
 TEST(Object, failureBehindTheLastChunkLeavesThePosition) {
