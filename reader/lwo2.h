@@ -440,12 +440,16 @@ void lwFreeLayer(st_lwLayer *layer);
 // What get_flen gives after a read has failed, until the next set_flen.
 constexpr int READ_FAILED = INT32_MIN;
 
+// Starts the count over, at 0 as a rule; also ends a failure.
 void set_flen(int count);
+
+// The bytes consumed since then, or READ_FAILED.
 int get_flen();
 
 // Reads a block of size bytes, which the caller owns. Two zero bytes follow it in memory, so
 // that a string in it has an end. Null, and READ_FAILED, for a negative size and for one
-// beyond the end of the file (found out before memory is asked for), and without memory.
+// beyond the end of the file (found out before memory is asked for; the position is then the
+// end, as after any short read), and without memory.
 void *getbytes(std::FILE *file, int size);
 
 // Moves the file position; like any seek it may pass the end of the file, where the next read
@@ -502,6 +506,7 @@ void _lwListInsert(Record **list, Record *item, int (*compare)(Record *, Record 
 
 // -------------------------------------------------------------- vectors (vecmath)
 
+// The scalar product a . b, in double.
 double dot(const float a[3], const float b[3]);
 
 // result = a x b; must not be a or b.
@@ -574,6 +579,7 @@ st_lwSurface *lwDefaultSurface();
 // hold; one that runs past cksize is still read whole.
 st_lwSurface *lwGetSurface(std::FILE *file, int cksize);
 
+// Frees a surface with its textures and shaders.
 void lwFreeSurface(st_lwSurface *surface);
 
 // --------------------------------------------------------------- plugins (plugin)
@@ -585,6 +591,7 @@ st_lwPlugin *lwGetShader(std::FILE *file, int bloksz);
 // The order of the ordinals as strcmp has it; a null one counts as "".
 int compare_shaders(st_lwPlugin *a, st_lwPlugin *b);
 
+// Frees a plugin with its data.
 void lwFreePlugin(st_lwPlugin *plugin);
 
 // ------------------------------------------------------------- textures (texture)
@@ -615,7 +622,7 @@ int lwGetGradient(std::FILE *file, int rsz, st_lwTexture *texture);
 // The order of the ordinals as strcmp has it; a null one counts as "".
 int compare_textures(st_lwTexture *a, st_lwTexture *b);
 
-// tmap.refObject and the names in a gradient stay allocated: that is deliberate.
+// Frees a texture; tmap.refObject and the names in a gradient stay allocated: that is deliberate.
 void lwFreeTexture(st_lwTexture *texture);
 
 // ----------------------------------------------------------- envelopes (envelope)
@@ -631,6 +638,7 @@ st_lwEnvelope *lwFindEnvelope(st_lwEnvelope *list, int index);
 // 1, 0 or -1 as a is later than, at the time of, or earlier than b.
 int compare_keys(st_lwKey *a, st_lwKey *b);
 
+// Frees an envelope with its keys and channel filters.
 void lwFreeEnvelope(st_lwEnvelope *envelope);
 
 // ----------------------------------------------------- values of envelopes (curve)
@@ -661,7 +669,8 @@ st_lwClip *lwGetClip(std::FILE *file, int cksize);
 // The first clip of that index; null if there is none. list may be null.
 st_lwClip *lwFindClip(st_lwClip *list, int index);
 
-// The strings and the data of the source stay allocated: that is deliberate.
+// Frees a clip with its filters; the strings and the data of the source stay allocated: that
+// is deliberate.
 void lwFreeClip(st_lwClip *clip);
 
 // ------------------------------------------------------------- vertex maps (vmap)
@@ -680,6 +689,7 @@ int lwGetPointVMaps(st_lwPointList *pointList, st_lwVMap *vmaps);
 // for an entry of a polygon outside the list, and without memory. vmaps may be null.
 int lwGetPolyVMaps(st_lwPolygonList *polygonList, st_lwVMap *vmaps);
 
+// Frees a map with its values; the references of points and corners to it are then stale.
 void lwFreeVMap(st_lwVMap *vmap);
 
 // ----------------------------------------------------- the older layout (lwob)

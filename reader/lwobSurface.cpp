@@ -17,7 +17,7 @@ constexpr int REFLECT_IMAGE = 3;         // reflection option: image map
 constexpr int VELOCITY_TYPE = 0x301;     // envelope type: position in x; y and z follow
 constexpr double FRAMES_PER_SECOND = 30.0;
 
-enum st_surfaceFlag {
+enum lwSurfaceFlag {
     FLAG_SMOOTH = 0x4,
     FLAG_COLOR_HIGHLIGHT = 0x8,
     FLAG_COLOR_FILTER = 0x10,
@@ -26,7 +26,7 @@ enum st_surfaceFlag {
     FLAG_ADDITIVE = 0x200
 };
 
-enum st_textureFlag {
+enum lwTextureFlag {
     TEXTURE_X = 0x1,
     TEXTURE_Y = 0x2,
     TEXTURE_Z = 0x4,
