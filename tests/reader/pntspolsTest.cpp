@@ -276,12 +276,6 @@ TEST(Normals, smoothWithinTheGroupOnly) {
     EXPECT_EQ(vertexOf(object, 0, 1).normal[2], 1.0F);
 }
 
-TEST(Normals, zeroAngleIsFaceted) {
-    const Object object = loadLWO2(folded(0, surface("s", 0)));
-    ASSERT_NE(object, nullptr);
-    EXPECT_EQ(vertexOf(object, 0, 1).normal[2], 1.0F);
-}
-
 TEST(Normals, lineTakesTheNormalsOfItsNeighbours) {
     const std::string rest =
         square + chunk("TAGS", s0("s")) + twoTriangles + pols(polygon({1, 2})) + surface("s", 1.6F);
