@@ -1,11 +1,12 @@
 # What ./play and ./check share: installing packages and building. Sourced, from the root of
 # the project.
 
-# Packages that building and running the show takes, and those that the checks add.
+# Packages that building and running the show takes, and those that the checks add (llvm for its
+# symbolizer: leak suppressions go by function names).
 SHOW_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libegl-dev libglu1-mesa-dev
     freeglut3-dev libsdl2-dev libsdl2-mixer-dev libpng-dev libfreetype-dev libvorbis-dev
     fonts-cherrybomb libgl1-mesa-dri libegl1 x11-utils)
-CHECK_PACKAGES=(clang clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
+CHECK_PACKAGES=(clang llvm clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
     xvfb xauth xdotool openbox)
 
 say() { printf '%s\n' "$*"; }
