@@ -21,11 +21,22 @@ struct st_uv {
     float u, v; // v runs up the picture as it is seen
 };
 
+// How the older layout throws a picture flat onto a surface.
+struct st_planarMap {
+    int axis;        // along which it is thrown: 0 to 2 for x to z
+    st_vec size;     // of the picture
+    st_vec center;   // where its middle lies
+    st_vec velocity; // of the middle, per frame
+};
+
 struct st_surface {
     std::string name;  // at most 31 characters; a textured surface's map has the same name
     st_vec color;      // red, green, blue, 0 to 1; multiplies the texture
     float smoothing;   // greatest angle smoothed over in radians, 0 for facets
     std::string image; // file name of a Targa picture, empty for none
+    // Only in the older layout:
+    float shine = 0;          // strength of the highlight, 0 to 1
+    st_planarMap planar = {}; // of the image
 };
 
 struct st_polygon {
@@ -33,6 +44,7 @@ struct st_polygon {
     int cornerCount; // 3 or 4
     int points[4];   // into st_mesh::points
     st_uv uvs[4];    // one per corner; read only when the surface has an image
+    int details = 0; // so many of the polygons after it lie on it; only in the older layout
 };
 
 struct st_mesh {

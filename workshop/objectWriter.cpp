@@ -1,64 +1,22 @@
-// LWO2 chunks: TAGS, LAYR, PNTS, VMAP, POLS, PTAG, VMAD, CLIP, SURF. Numbers are big-endian,
-// bodies are padded to even length.
+// LWO2 chunks: TAGS, LAYR, PNTS, VMAP, POLS, PTAG, VMAD, CLIP, SURF.
+//
+// Surfaces come in an order that the renderer needs: it leaves texturing on after a model and
+// turns it off after a textured surface. Textured ones first, so that a plain one does not wear
+// another model's picture. Then one with a texture but no image and no polygons: drawing it binds
+// texture 0, so that a model with nothing but plain surfaces has nothing to wear either when it is
+// drawn next. Then the plain ones.
 #include "workshop/objectWriter.h"
 
-#include "workshop/fileWriter.h"
-#include "workshop/stop.h"
+#include "workshop/objectChunks.h"
 
-#include <cstdint>
-#include <cstring>
 #include <map>
 
-constexpr std::size_t NAME_LIMIT = 31;       // the renderer keeps names in 32 bytes
 constexpr std::uint32_t LONG_INDEX = 0xFF00; // indices from here on take four bytes
 constexpr unsigned PROJECTION_UV = 5;
-
-static std::string u2(unsigned value) {
-    return {static_cast<char>(value >> 8U & 0xFFU), static_cast<char>(value & 0xFFU)};
-}
-
-static std::string u4(std::uint32_t value) {
-    return u2(value >> 16U) + u2(value & 0xFFFFU);
-}
-
-static std::string f4(float value) {
-    std::uint32_t bits = 0;
-    std::memcpy(&bits, &value, sizeof bits);
-    return u4(bits);
-}
-
-static std::string vector(st_vec v) {
-    return f4(v.x) + f4(v.y) + f4(v.z);
-}
 
 static std::string index(int value) {
     const auto bits = static_cast<std::uint32_t>(value);
     return bits < LONG_INDEX ? u2(bits) : u4(0xFF000000U | bits);
-}
-
-static std::string even(std::string bytes) {
-    if (bytes.size() % 2 != 0)
-        bytes += '\0';
-    return bytes;
-}
-
-static std::string text(const std::string &value) {
-    return even(value + '\0');
-}
-
-static std::string chunk(const char *id, const std::string &body) {
-    return id + u4(static_cast<std::uint32_t>(body.size())) + even(body);
-}
-
-static std::string subChunk(const char *id, const std::string &body) {
-    return id + u2(static_cast<unsigned>(body.size())) + even(body);
-}
-
-static std::string pointChunk(const st_mesh &mesh) {
-    std::string body;
-    for (const st_vec &point : mesh.points)
-        body += vector(point);
-    return chunk("PNTS", body);
 }
 
 static std::string polygonChunk(const st_mesh &mesh) {
@@ -69,13 +27,6 @@ static std::string polygonChunk(const st_mesh &mesh) {
             body += index(polygon.points[i]);
     }
     return chunk("POLS", body);
-}
-
-static std::string tagChunks(const st_mesh &mesh) {
-    std::string names;
-    for (const st_surface &surface : mesh.surfaces)
-        names += text(surface.name);
-    return chunk("TAGS", names);
 }
 
 static std::string polygonTagChunk(const st_mesh &mesh) {
@@ -126,21 +77,18 @@ static std::string imageLayer(const st_surface &surface, int clip) {
                                 subChunk("VMAP", text(surface.name)));
 }
 
-static std::string surfaceChunk(const st_surface &surface, int clip) {
+static std::string surfaceBody(const st_surface &surface) {
     std::string body = text(surface.name) + text("") +
                        subChunk("COLR", vector(surface.color) + index(0)) +
                        subChunk("DIFF", f4(1) + index(0));
     if (surface.smoothing > 0)
         body += subChunk("SMAN", f4(surface.smoothing));
-    if (clip > 0)
-        body += imageLayer(surface, clip);
-    return chunk("SURF", body);
+    return body;
 }
 
-static void checkNames(const st_mesh &mesh) {
-    for (const st_surface &surface : mesh.surfaces)
-        if (surface.name.empty() || surface.name.size() > NAME_LIMIT)
-            stop("surface name \"" + surface.name + "\" does not fit in 31 characters");
+// Clip 0 stands for no image.
+static std::string texturedChunk(const st_surface &surface, int clip) {
+    return chunk("SURF", surfaceBody(surface) + imageLayer(surface, clip));
 }
 
 // Chunks that go to different places in the file.
@@ -161,36 +109,34 @@ static int clipOf(st_parts &parts, const std::string &image) {
     return entry->second;
 }
 
-static void addSurfaceParts(st_parts &parts, const st_mesh &mesh, std::size_t i) {
+static void addTextured(st_parts &parts, const st_mesh &mesh, std::size_t i) {
     const st_surface &surface = mesh.surfaces[i];
-    if (surface.image.empty()) {
-        parts.surfaces += surfaceChunk(surface, 0);
-        return;
-    }
     const st_uvMap map = uvMapOf(mesh, static_cast<int>(i));
     const std::string head = "TXUV" + u2(2) + text(surface.name);
     parts.pointMaps += chunk("VMAP", head + map.points);
     if (!map.corners.empty())
         parts.cornerMaps += chunk("VMAD", head + map.corners);
-    parts.surfaces += surfaceChunk(surface, clipOf(parts, surface.image));
+    parts.surfaces += texturedChunk(surface, clipOf(parts, surface.image));
+}
+
+static st_parts partsOf(const st_mesh &mesh) {
+    st_parts parts;
+    for (std::size_t i = 0; i < mesh.surfaces.size(); i++)
+        if (!mesh.surfaces[i].image.empty())
+            addTextured(parts, mesh, i);
+    if (!parts.clips.empty())
+        parts.surfaces += texturedChunk({"(no image)", {1, 1, 1}, 0, ""}, 0);
+    for (const st_surface &surface : mesh.surfaces)
+        if (surface.image.empty())
+            parts.surfaces += chunk("SURF", surfaceBody(surface));
+    return parts;
 }
 
 std::string objectBytes(const st_mesh &mesh) {
-    checkNames(mesh);
-    st_parts parts;
-    // Textured surfaces first: the renderer leaves texturing on between models and turns it off
-    // after a textured surface, so a plain one at the start would wear another model's picture.
-    for (const bool textured : {true, false})
-        for (std::size_t i = 0; i < mesh.surfaces.size(); i++)
-            if (mesh.surfaces[i].image.empty() != textured)
-                addSurfaceParts(parts, mesh, i);
+    const st_parts parts = partsOf(mesh);
     const std::string layer = u2(0) + u2(0) + vector({0, 0, 0}) + text("");
-    const std::string chunks = tagChunks(mesh) + chunk("LAYR", layer) + pointChunk(mesh) +
-                               parts.pointMaps + polygonChunk(mesh) + polygonTagChunk(mesh) +
-                               parts.cornerMaps + parts.clipChunks + parts.surfaces;
-    return "FORM" + u4(static_cast<std::uint32_t>(4 + chunks.size())) + "LWO2" + chunks;
-}
-
-void writeObject(const std::string &path, const st_mesh &mesh) {
-    writeBytes(path, objectBytes(mesh));
+    return form("LWO2", chunk("TAGS", surfaceNames(mesh)) + chunk("LAYR", layer) +
+                            pointChunk(mesh) + parts.pointMaps + polygonChunk(mesh) +
+                            polygonTagChunk(mesh) + parts.cornerMaps + parts.clipChunks +
+                            parts.surfaces);
 }

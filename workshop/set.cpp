@@ -4,24 +4,25 @@
 #include "workshop/fileWriter.h"
 #include "workshop/models/models.h"
 #include "workshop/objectWriter.h"
+#include "workshop/oldObjectWriter.h"
 #include "workshop/textures.h"
 
 const std::vector<st_model> &allModels() {
-    static const std::vector<st_model> models = {{"tree3d.lwo", makeTree},
-                                                 {"moln1.lwo", makeCloudOne},
-                                                 {"moln2.lwo", makeCloudTwo},
-                                                 {"gubbenimolnet.lwo", makeOldMan},
-                                                 {"box4.lwo", makeBox},
-                                                 {"grass.lwo", makeGrass},
-                                                 {"greets1.lwo", makeGreetingsOne},
-                                                 {"sol.lwo", makeSun},
-                                                 {"greets2.lwo", makeGreetingsTwo},
-                                                 {"greets3.lwo", makeGreetingsThree},
-                                                 {"scrollernew.lwo", makeScroller},
-                                                 {"solensam.lwo", makeLonelySun},
-                                                 {"pinne.lwo", makeStick},
-                                                 {"k7.lwo", makeLogo},
-                                                 {"skylt.lwo", makeSign}};
+    static const std::vector<st_model> models = {{"tree3d.lwo", makeTree, objectBytes},
+                                                 {"moln1.lwo", makeCloudOne, objectBytes},
+                                                 {"moln2.lwo", makeCloudTwo, objectBytes},
+                                                 {"gubbenimolnet.lwo", makeOldMan, objectBytes},
+                                                 {"box4.lwo", makeBox, objectBytes},
+                                                 {"grass.lwo", makeGrass, objectBytes},
+                                                 {"greets1.lwo", makeGreetingsOne, objectBytes},
+                                                 {"sol.lwo", makeSun, objectBytes},
+                                                 {"greets2.lwo", makeGreetingsTwo, objectBytes},
+                                                 {"greets3.lwo", makeGreetingsThree, objectBytes},
+                                                 {"scrollernew.lwo", makeScroller, objectBytes},
+                                                 {"solensam.lwo", makeLonelySun, oldObjectBytes},
+                                                 {"pinne.lwo", makeStick, oldObjectBytes},
+                                                 {"k7.lwo", makeLogo, objectBytes},
+                                                 {"skylt.lwo", makeSign, objectBytes}};
     return models;
 }
 
@@ -29,5 +30,5 @@ void writeModels(const std::string &directory) {
     for (const st_texture &texture : allTextures())
         writeBytes(directory + "/" + texture.file, targaBytes(texture.paint(), texture.layout));
     for (const st_model &model : allModels())
-        writeObject(directory + "/" + model.file, model.make());
+        writeBytes(directory + "/" + model.file, model.bytes(model.make()));
 }

@@ -9,6 +9,7 @@
 struct st_model {
     const char *file; // in the directory lwo
     st_mesh (*make)();
+    std::string (*bytes)(const st_mesh &mesh); // of the file, in one layout or the other
 };
 
 const std::vector<st_model> &allModels();

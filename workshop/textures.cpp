@@ -238,19 +238,6 @@ static st_canvas paintSunFace() {
     return canvas;
 }
 
-// The twin that nobody invited: pale, a drooping mouth and a tear.
-static st_canvas paintLonelyFace() {
-    st_canvas canvas = paintCanvas(256, 256, [](float u, float v) {
-        const float away = std::sqrt((u - 0.5F) * (u - 0.5F) + (v - 0.5F) * (v - 0.5F));
-        return mix(mix(HAZE, SKY, 0.25F), mix(SKY, DUSK, 0.35F), smoothStep(0.15F, 0.52F, away));
-    });
-    addEye(canvas, 0.38F, 0.54F, 0.036F);
-    addEye(canvas, 0.62F, 0.54F, 0.036F);
-    addMouth(canvas, 0.36F, 0.12F, -0.07F, 0.015F);
-    addDab(canvas, {{0.64F, 0.43F}, {0.022F, 0.036F}, 0, MILK, 1, 0.6F});
-    return canvas;
-}
-
 // A small picture of a wave and a sun: somebody is still at work on an entry.
 static st_canvas paintScreen() {
     return paintCanvas(64, 64, [](float u, float v) {
@@ -314,7 +301,6 @@ const std::vector<st_texture> &allTextures() {
         {"enamel.tga", WITH_ALPHA_FROM_TOP, paintEnamel},
         {"skin.tga", PLAIN, paintSkin},
         {"sunface.tga", FROM_TOP, paintSunFace},
-        {"lonely.tga", PACKED, paintLonelyFace},
         {"record.tga", PACKED, paintRecord},
         {"petal.tga", PACKED, paintPetal},
         {"screen.tga", PACKED_FROM_TOP, paintScreen}};

@@ -5,7 +5,7 @@
 #include "tests/support/keptMemory.h"
 #include "tests/support/testFolder.h"
 #include "workshop/fileWriter.h"
-#include "workshop/objectWriter.h"
+#include "workshop/oldObjectWriter.h"
 #include "workshop/text.h"
 #include "workshop/textures.h"
 
@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <regex>
 #include <set>
 
 constexpr int UV = 5;
@@ -32,10 +33,17 @@ static const std::map<std::string, st_mesh> &meshes() {
     return made;
 }
 
-static st_lwObject *load(const std::string &file) {
-    const std::string path = testPath(file);
-    writeObject(path, meshes().at(file));
+static st_lwObject *load(const st_model &model) {
+    const std::string path = testPath(model.file);
+    writeBytes(path, model.bytes(meshes().at(model.file)));
     return lwGetObject(path.c_str(), nullptr, nullptr);
+}
+
+static st_lwObject *load(const char *file) {
+    for (const st_model &model : allModels())
+        if (std::strcmp(model.file, file) == 0)
+            return load(model);
+    return nullptr;
 }
 
 TEST(Set, hasTheModelsThatTheShowLoads) {
@@ -55,9 +63,7 @@ static bool hasMap(const st_lwLayer &layer, const char *name) {
     return false;
 }
 
-static void expectDrawable(const st_lwObject &object) {
-    const std::vector<st_texture> &textures = allTextures();
-    const st_lwLayer &layer = *object.layers;
+static void expectDrawable(const st_lwLayer &layer) {
     EXPECT_GT(layer.polygonList.count, 0);
     for (int i = 0; i < layer.polygonList.count; i++) {
         const st_lwPolygon &polygon = layer.polygonList.polygons[i];
@@ -67,34 +73,129 @@ static void expectDrawable(const st_lwObject &object) {
                   0)
             << "polygon " << i << " has no area";
     }
-    EXPECT_NE(object.surfaces->color.textures, nullptr) << "a plain surface would come first";
+}
+
+static void expectImageOfTheSet(const st_lwObject &object, const st_lwTexture &texture) {
+    const st_lwClip *clip = lwFindClip(object.clips, texture.param.imageMap.clipIndex);
+    ASSERT_NE(clip, nullptr);
+    const std::vector<st_texture> &textures = allTextures();
+    EXPECT_TRUE(std::any_of(textures.begin(), textures.end(), [&](const st_texture &other) {
+        return std::strcmp(other.file, clip->source.still.name) == 0;
+    })) << clip->source.still.name;
+}
+
+static void expectTextured(const st_lwObject &object, const st_lwSurface &surface) {
+    const st_lwTexture &texture = *surface.color.textures;
+    EXPECT_EQ(texture.param.imageMap.projection, UV);
+    if (texture.param.imageMap.clipIndex == 0)
+        return;
+    EXPECT_TRUE(hasMap(*object.layers, surface.name)) << surface.name;
+    expectImageOfTheSet(object, texture);
+}
+
+// One letter a surface, in order: i with an image, n with a texture but no image, p plain.
+static std::string kindsOf(const st_lwObject &object) {
+    std::string kinds;
     for (const st_lwSurface *surface = object.surfaces; surface != nullptr;
          surface = surface->next) {
-        EXPECT_LE(std::strlen(surface->name), 31U);
-        EXPECT_STRNE(surface->name, "ovre-plan");
-        EXPECT_NE(std::strncmp(surface->name, "mur3-", 5), 0);
         const st_lwTexture *texture = surface->color.textures;
-        if (texture == nullptr)
-            continue;
-        EXPECT_EQ(texture->next, nullptr);
-        EXPECT_EQ(texture->param.imageMap.projection, UV);
-        EXPECT_TRUE(hasMap(layer, surface->name)) << surface->name;
-        const st_lwClip *clip = lwFindClip(object.clips, texture->param.imageMap.clipIndex);
-        ASSERT_NE(clip, nullptr);
-        EXPECT_TRUE(std::any_of(textures.begin(), textures.end(), [&](const st_texture &other) {
-            return std::strcmp(other.file, clip->source.still.name) == 0;
-        })) << clip->source.still.name;
+        kinds += texture == nullptr ? 'p' : texture->param.imageMap.clipIndex == 0 ? 'n' : 'i';
     }
+    return kinds;
+}
+
+static int polygonsOf(const st_lwObject &object, const std::string &surface) {
+    const st_lwPolygonList &list = object.layers->polygonList;
+    return static_cast<int>(
+        std::count_if(list.polygons, list.polygons + list.count, [&](const st_lwPolygon &polygon) {
+            return polygon.surface->name == surface;
+        }));
 }
 
 TEST(Set, everyModelKeepsToWhatTheRendererDraws) {
     for (const st_model &model : allModels()) {
         SCOPED_TRACE(model.file);
-        st_lwObject *object = load(model.file);
+        st_lwObject *object = load(model);
         ASSERT_NE(object, nullptr);
-        expectDrawable(*object);
+        expectDrawable(*object->layers);
+        for (const st_lwSurface *surface = object->surfaces; surface != nullptr;
+             surface = surface->next) {
+            EXPECT_LE(std::strlen(surface->name), 31U);
+            EXPECT_STRNE(surface->name, "ovre-plan");
+            EXPECT_NE(std::strncmp(surface->name, "mur3-", 5), 0);
+            if (surface->color.textures != nullptr) {
+                EXPECT_EQ(surface->color.textures->next, nullptr);
+            }
+        }
         freeObjectWhole(object);
     }
+}
+
+TEST(Set, noModelWearsThePictureOfAnother) {
+    // Drawing leaves texturing on and the last texture bound. So textured surfaces come first,
+    // and the last of them binds none.
+    for (const st_model &model : allModels()) {
+        SCOPED_TRACE(model.file);
+        if (model.bytes == oldObjectBytes)
+            continue;
+        st_lwObject *object = load(model);
+        ASSERT_NE(object, nullptr);
+        EXPECT_TRUE(std::regex_match(kindsOf(*object), std::regex("i+np*"))) << kindsOf(*object);
+        EXPECT_EQ(polygonsOf(*object, "(no image)"), 0);
+        for (const st_lwSurface *surface = object->surfaces; surface != nullptr;
+             surface = surface->next)
+            if (surface->color.textures != nullptr)
+                expectTextured(*object, *surface);
+        freeObjectWhole(object);
+    }
+}
+
+struct OldModelCase {
+    const char *file;
+    const char *surface;    // one of its eleven
+    int polygons;           // of that surface
+    float red, green, blue; // in 255ths
+    float smoothing;
+};
+
+TEST(Set, modelsInTheOlderLayoutAreReadWhole) {
+    const OldModelCase cases[] = {
+        {"pinne.lwo", "knot", 6, 187, 127, 69, 0},
+        {"solensam.lwo", "pupil", 320, 29, 36, 68, 2.6F},
+    };
+    for (const OldModelCase &expected : cases) {
+        SCOPED_TRACE(expected.file);
+        st_lwObject *object = load(expected.file);
+        ASSERT_NE(object, nullptr);
+        EXPECT_EQ(object->layerCount, 1);
+        EXPECT_EQ(object->surfaceCount, 11);
+        EXPECT_EQ(static_cast<std::size_t>(object->layers->polygonList.count),
+                  meshes().at(expected.file).polygons.size());
+        EXPECT_EQ(polygonsOf(*object, expected.surface), expected.polygons);
+        const st_lwSurface *surface = object->surfaces;
+        while (surface != nullptr && std::strcmp(surface->name, expected.surface) != 0)
+            surface = surface->next;
+        ASSERT_NE(surface, nullptr);
+        EXPECT_FLOAT_EQ(surface->color.rgb[0] * 255, expected.red);
+        EXPECT_FLOAT_EQ(surface->color.rgb[1] * 255, expected.green);
+        EXPECT_FLOAT_EQ(surface->color.rgb[2] * 255, expected.blue);
+        EXPECT_EQ(surface->smoothing, expected.smoothing);
+        freeObjectWhole(object);
+    }
+}
+
+TEST(Set, aCloudPassesTheLonelySun) {
+    st_lwObject *object = load("solensam.lwo");
+    ASSERT_NE(object, nullptr);
+    const st_lwSurface *face = object->surfaces;
+    while (face != nullptr && face->color.textures == nullptr)
+        face = face->next;
+    ASSERT_NE(face, nullptr);
+    EXPECT_STREQ(face->name, "lonely-face");
+    expectImageOfTheSet(*object, *face->color.textures);
+    EXPECT_EQ(object->envelopeCount, 3);
+    EXPECT_EQ(face->color.textures->tmap.center.envelope, 1);
+    freeObjectWhole(object);
 }
 
 TEST(Set, aFrameStaysWithinItsBudget) {
@@ -161,7 +262,7 @@ TEST(Set, texturesLoadInSeveralLayouts) {
 
 TEST(Set, isTheSameEveryTime) {
     for (const st_model &model : allModels())
-        EXPECT_EQ(objectBytes(model.make()), objectBytes(meshes().at(model.file))) << model.file;
+        EXPECT_EQ(model.bytes(model.make()), model.bytes(meshes().at(model.file))) << model.file;
     const st_texture &leaves = allTextures()[8];
     EXPECT_EQ(targaBytes(leaves.paint(), leaves.layout), targaBytes(leaves.paint(), leaves.layout));
 }

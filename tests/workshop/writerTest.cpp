@@ -1,4 +1,4 @@
-// The two file writers, read back by the loaders that the show uses.
+// The file writers, read back by the loaders that the show uses.
 #include "image/targa_image.h"
 #include "reader/lwo2.h"
 #include "tests/support/childProcess.h"
@@ -6,6 +6,7 @@
 #include "tests/support/testFolder.h"
 #include "workshop/fileWriter.h"
 #include "workshop/objectWriter.h"
+#include "workshop/oldObjectWriter.h"
 #include "workshop/shapes.h"
 #include "workshop/targaWriter.h"
 #include "workshop/tessellate.h"
@@ -15,10 +16,14 @@
 #include <cmath>
 #include <cstdlib>
 
-static st_lwObject *readBack(const st_mesh &mesh) {
+static st_lwObject *readBytes(const std::string &bytes) {
     const std::string path = testPath("mesh.lwo");
-    writeObject(path, mesh);
+    writeBytes(path, bytes);
     return lwGetObject(path.c_str(), nullptr, nullptr);
+}
+
+static st_lwObject *readBack(const st_mesh &mesh) {
+    return readBytes(objectBytes(mesh));
 }
 
 TEST(ObjectWriter, keepsPointsPolygonsAndSurfaces) {
@@ -91,12 +96,14 @@ TEST(ObjectWriter, namesTheImageOnce) {
     ASSERT_EQ(object->clipCount, 1);
     EXPECT_STREQ(object->clips->source.still.name, "skin.tga");
     EXPECT_EQ(object->clips->index, 1);
-    for (const st_lwSurface *surface = object->surfaces; surface != nullptr;
-         surface = surface->next) {
+    ASSERT_EQ(object->surfaceCount, 3); // with the one that has no image
+    const st_lwSurface *surface = object->surfaces;
+    for (const int clip : {1, 1, 0}) {
         ASSERT_NE(surface->color.textures, nullptr);
         EXPECT_EQ(surface->color.textures->next, nullptr);
         EXPECT_EQ(surface->color.textures->param.imageMap.projection, 5);
-        EXPECT_EQ(surface->color.textures->param.imageMap.clipIndex, 1);
+        EXPECT_EQ(surface->color.textures->param.imageMap.clipIndex, clip);
+        surface = surface->next;
     }
     freeObjectWhole(object);
 }
@@ -120,6 +127,81 @@ TEST(ObjectWriter, refusesNamesThatTheRendererCannotKeep) {
     st_mesh mesh;
     addSurface(mesh, {std::string(32, 'n'), {1, 1, 1}, 0, ""});
     EXPECT_EXIT(objectBytes(mesh), testing::ExitedWithCode(1), "^makeSet: surface name \"n{32}\"");
+}
+
+// A square with a triangle on it, both of the second surface, whose picture moves.
+static st_mesh oldMesh() {
+    st_surface skin = {"skin", {1, 0.2F, 0}, 0.5F, "skin.tga", 0.5F};
+    skin.planar = {1, {2, 3, 4}, {5, 6, 7}, {0.5F, 0, -1}};
+    st_mesh mesh;
+    addSurface(mesh, {"unused", {0, 0, 0}, 0, ""});
+    const int index = addSurface(mesh, skin);
+    for (const st_vec point : {st_vec{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}})
+        addPoint(mesh, point);
+    addQuad(mesh, index, 0, 1, 2, 3);
+    addTriangle(mesh, index, 0, 1, 2);
+    mesh.polygons[0].details = 1;
+    return mesh;
+}
+
+TEST(OldObjectWriter, writesPolygonsWithTheirDetails) {
+    const std::string polygons("POLS\0\0\0\x18"                   // 24 bytes
+                               "\0\4\0\0\0\1\0\2\0\3\xFF\xFE\0\1" // surface -2, 1 detail
+                               "\0\3\0\0\0\1\0\2\0\2",
+                               8 + 14 + 10);
+    EXPECT_NE(oldObjectBytes(oldMesh()).find(polygons), std::string::npos);
+    st_lwObject *object = readBytes(oldObjectBytes(oldMesh()));
+    ASSERT_NE(object, nullptr);
+    const st_lwPolygonList &list = object->layers->polygonList;
+    ASSERT_EQ(list.count, 2);
+    EXPECT_EQ(list.polygons[1].vertexCount, 3);
+    EXPECT_STREQ(list.polygons[1].surface->name, "skin");
+    freeObjectWhole(object);
+}
+
+TEST(OldObjectWriter, describesSurfaces) {
+    st_lwObject *object = readBytes(oldObjectBytes(oldMesh()));
+    ASSERT_NE(object, nullptr);
+    ASSERT_EQ(object->surfaceCount, 2);
+    EXPECT_EQ(object->surfaces->smoothing, 0);
+    const st_lwSurface &skin = *object->surfaces->next;
+    EXPECT_FLOAT_EQ(skin.color.rgb[1], 51 / 255.0F);
+    EXPECT_EQ(skin.smoothing, 0.5F);
+    EXPECT_EQ(skin.diffuse.value, 1);
+    EXPECT_EQ(skin.specularity.value, 0.5F);
+    EXPECT_NEAR(skin.glossiness.value, 0.2F, 0.0001F);
+    freeObjectWhole(object);
+}
+
+TEST(OldObjectWriter, letsAPictureMove) {
+    st_lwObject *object = readBytes(oldObjectBytes(oldMesh()));
+    ASSERT_NE(object, nullptr);
+    const st_lwTexture *texture = object->surfaces->next->color.textures;
+    ASSERT_NE(texture, nullptr);
+    EXPECT_EQ(texture->param.imageMap.projection, 0);
+    EXPECT_EQ(texture->axis, 1);
+    EXPECT_EQ(texture->tmap.size.value[2], 4);
+    EXPECT_EQ(texture->tmap.center.value[0], 5);
+    const st_lwClip *clip = lwFindClip(object->clips, texture->param.imageMap.clipIndex);
+    ASSERT_NE(clip, nullptr);
+    EXPECT_STREQ(clip->source.still.name, "skin.tga");
+    ASSERT_EQ(object->envelopeCount, 3);
+    const float later[3] = {5 + 15, 6, 7 - 30}; // after the thirty frames of a second
+    const st_lwEnvelope *envelope =
+        lwFindEnvelope(object->envelopes, texture->tmap.center.envelope);
+    for (int axis = 0; axis < 3; axis++, envelope = envelope->next) {
+        ASSERT_NE(envelope, nullptr);
+        EXPECT_EQ(envelope->keys->value, texture->tmap.center.value[axis]);
+        EXPECT_EQ(envelope->keys->next->value, later[axis]);
+    }
+    freeObjectWhole(object);
+}
+
+TEST(OldObjectWriter, refusesMorePointsThanItsIndicesReach) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    st_mesh mesh;
+    mesh.points.resize(65537);
+    EXPECT_EXIT(oldObjectBytes(mesh), testing::ExitedWithCode(1), "^makeSet: .* 65536 points");
 }
 
 struct LayoutCase {

@@ -1,0 +1,25 @@
+// What both layouts of a LightWave object file are made of: big-endian numbers, texts and chunks
+// padded to even length, and the chunks that are the same in both.
+#pragma once
+
+#include "workshop/mesh.h"
+
+#include <cstdint>
+
+std::string u2(unsigned value);
+std::string u4(std::uint32_t value);
+std::string f4(float value);
+std::string vector(st_vec v);
+// With its zero byte.
+std::string text(const std::string &value);
+
+std::string chunk(const char *id, const std::string &body);
+// With a size of two bytes, as in surfaces and clips.
+std::string subChunk(const char *id, const std::string &body);
+// The whole file.
+std::string form(const char *type, const std::string &chunks);
+
+std::string pointChunk(const st_mesh &mesh);
+// Names of all surfaces, in the order of the mesh. Stops the program at a name that the
+// renderer cannot keep.
+std::string surfaceNames(const st_mesh &mesh);
