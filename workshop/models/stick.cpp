@@ -151,11 +151,11 @@ static st_mesh ladybirdShape() {
 
 st_mesh makeStick() {
     st_mesh mesh = trunkShape();
-    append(mesh, twigShape(1), moved({0.0F, 0.50F, 0.0F}));
+    append(mesh, twigShape(1), moved({0.015F, 0.42F, 0.0F}));
     append(mesh, twigShape(-1),
-           moved({-0.006F, 0.64F, 0.0F}) * turned({0, 1, 0}, -25) * scaled({0.75F, 0.75F, 0.75F}));
-    append(mesh, ladybirdShape(), moved({0.018F, 0.44F, 0.040F}) * turned({0, 0, 1}, 12));
+           moved({0.0F, 0.58F, 0.0F}) * turned({0, 1, 0}, -25) * scaled({0.75F, 0.75F, 0.75F}));
+    append(mesh, ladybirdShape(), moved({0.020F, 0.33F, 0.044F}) * turned({0, 0, 1}, 12));
     st_mesh placed;
-    append(placed, mesh, facingMainView());
+    append(placed, mesh, facingMainView() * turned({0, 0, 1}, 16));
     return placed;
 }
