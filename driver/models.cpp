@@ -1,8 +1,11 @@
-// The model table: which file each of the fifteen models comes from.
+// The fifteen models and the files they come from.
 #include "driver/testRender.h"
+
+#include "driver/modelPaths.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 
 st_lwoObj *obj = nullptr;
 st_lwoObj *obj2 = nullptr;
@@ -20,36 +23,26 @@ st_lwoObj *obj13 = nullptr;
 st_lwoObj *obj14 = nullptr;
 st_lwoObj *obj15 = nullptr;
 
-struct st_modelSource {
-    const char *path; // relative to the working directory
-    st_lwoObj **model;
-};
+// In the order of MODEL_PATHS.
+static st_lwoObj **const MODELS[] = {&obj,  &obj2,  &obj3,  &obj4,  &obj5,  &obj6,  &obj7, &obj8,
+                                     &obj9, &obj10, &obj11, &obj12, &obj13, &obj14, &obj15};
 
-// In loading order, which is the order of the loader's messages.
-static const st_modelSource MODEL_TABLE[] = {
-    {"lwo/tree3d.lwo", &obj},        {"lwo/moln1.lwo", &obj2},
-    {"lwo/moln2.lwo", &obj3},        {"lwo/gubbenimolnet.lwo", &obj4},
-    {"lwo/box4.lwo", &obj5},         {"lwo/grass.lwo", &obj6},
-    {"lwo/greets1.lwo", &obj7},      {"lwo/greets2.lwo", &obj8},
-    {"lwo/sol.lwo", &obj9},          {"lwo/greets3.lwo", &obj10},
-    {"lwo/scrollernew.lwo", &obj11}, {"lwo/solensam.lwo", &obj12}, // loaded, never drawn
-    {"lwo/pinne.lwo", &obj13},                                     // loaded, never drawn
-    {"lwo/k7.lwo", &obj14},          {"lwo/skylt.lwo", &obj15},
-};
+constexpr std::size_t MODEL_COUNT = std::size(MODELS);
+static_assert(MODEL_COUNT == std::size(MODEL_PATHS));
 
 constexpr int CONTEXT_COUNT = 1; // one window
 constexpr int CONTEXT = 0;
 
 int loadObjects(int /*argc*/, char ** /*argv*/) {
-    for (const st_modelSource &source : MODEL_TABLE)
-        *source.model = newLwoObj(source.path, CONTEXT_COUNT);
+    for (std::size_t k = 0; k < MODEL_COUNT; k++)
+        *MODELS[k] = newLwoObj(MODEL_PATHS[k].path, CONTEXT_COUNT);
     return 0;
 }
 
 static const char *pathOf(st_lwoObj *const *model) {
-    for (const st_modelSource &source : MODEL_TABLE)
-        if (source.model == model)
-            return source.path;
+    for (std::size_t k = 0; k < MODEL_COUNT; k++)
+        if (MODELS[k] == model)
+            return MODEL_PATHS[k].path;
     return "?";
 }
 

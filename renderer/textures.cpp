@@ -4,40 +4,22 @@
 
 #include "image/targa_image.h"
 #include "renderer/memory.h"
+#include "renderer/textureFiles.h"
 
 #include <GL/gl.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 
-// The first string of the clip's source, which for a still image is its file name; null when
-// there is none.
-static const char *sourceName(const st_lwClip *clip) {
-    switch (clip->type) {
-    case lwID("STIL"): return clip->source.still.name;
-    case lwID("ISEQ"): return clip->source.sequence.prefix;
-    case lwID("ANIM"): return clip->source.anim.name;
-    case lwID("XREF"): return clip->source.xref.string;
-    case lwID("STCC"): return clip->source.cycle.name;
-    default: return nullptr;
-    }
-}
-
-static st_image *loadImage(const char *name, const char *dir) {
-    if (name == nullptr)
-        return nullptr;
-    for (const char *at = name; *at != '\0'; at++)
-        if (*at == '/' || *at == ':')
-            name = at + 1;
-    const std::string path = std::string(dir) + "/" + name;
-    return targa_image_load(path.c_str(), 0, nullptr);
+static st_image *loadImage(const st_lwClip *clip, const char *dir) {
+    const std::string path = texturePath(clip, dir);
+    return path.empty() ? nullptr : targa_image_load(path.c_str(), 0, nullptr);
 }
 
 static void fillEntry(st_texEntry *entry, const st_lwClip *clip, const char *dir,
                       int contextCount) {
-    entry->image = loadImage(sourceName(clip), dir);
+    entry->image = loadImage(clip, dir);
     entry->failed = entry->image == nullptr;
     entry->clipIndex = clip->index;
     entry->textureIds =
