@@ -56,8 +56,8 @@ static void addFlower(st_mesh &mesh, st_vec root, float height, const st_surface
     const st_surface stem = plain("stem", MOSS, ROUND);
     append(mesh, tubeShape({{root, 0.008F}, {top, 0.006F}}, 3, {1, 1}, stem));
     const st_place tilt = moved(top) * turned({1, 0, 0}, -30);
-    append(mesh, latheShape({{0.0F, -0.014F}, {0.055F, 0.014F}, {0.0F, 0.002F}}, 9, petals), tilt);
-    append(mesh, latheShape({{0.024F, 0.006F}, {0.0F, 0.030F}}, 6, plain("pollen", AMBER, SOFT)),
+    append(mesh, latheShape({{0.0F, -0.014F}, {0.055F, 0.014F}, {0.0F, 0.002F}}, 8, petals), tilt);
+    append(mesh, latheShape({{0.024F, 0.006F}, {0.0F, 0.030F}}, 5, plain("pollen", AMBER, SOFT)),
            tilt);
 }
 
@@ -69,7 +69,7 @@ static void addMushroom(st_mesh &mesh, st_vec root, float size) {
     append(mesh,
            latheShape(
                {{0.0F, 0.085F}, {0.085F, 0.085F}, {0.075F, 0.12F}, {0.04F, 0.15F}, {0.0F, 0.16F}},
-               9, plain("mushroom-cap", mix(ROSE, colorOf(0xD0302A), 0.4F), ROUND)),
+               9, plain("mushroom-cap", mix(ROSE, CHERRY, 0.4F), ROUND)),
            moved(root) * scaled({size, size, size}));
 }
 
@@ -84,7 +84,7 @@ st_mesh makeGrass() {
                   petals[i % 3]);
     addMushroom(mesh, onIsland(0.15F, 0.35F), 1.2F);
     addMushroom(mesh, onIsland(0.02F, 0.44F), 0.8F);
-    addMushroom(mesh, onIsland(-2.0F, 0.7F), 1.1F);
+    addMushroom(mesh, onIsland(-2.2F, 0.12F), 1.1F);
     append(mesh, makeTerminal());
     return mesh;
 }
