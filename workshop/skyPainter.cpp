@@ -81,9 +81,15 @@ static void nearLobes(const st_cloudRow &row, unsigned seed, float azimuth,
     });
 }
 
-// One row of cloud over what is behind it. soft, around 0, frays its light.
+// Around 0: folds where cloud bulges against cloud.
+static float puffs(st_vec point, unsigned seed) {
+    const auto bulge = [seed](st_vec at) { return 1 - std::fabs(2 * solidNoise(at, seed) - 1); };
+    return 0.6F * bulge(point) + 0.3F * bulge(point * 2.3F) + 0.1F * bulge(point * 5.1F) - 0.65F;
+}
+
+// One row of cloud over what is behind it. puff, around 0, swells its lobes and their light.
 static st_vec overRow(st_vec behind, const st_cloudRow &row, unsigned seed, float azimuth,
-                      float elevation, float soft) {
+                      float elevation, float puff) {
     constexpr float EDGE = 0.35F; // degrees; keeps outlines from stepping
     const float foot = row.elevation - row.radius * 0.25F - elevation;
     st_vec color = mix(behind, row.shade, smoothStep(0, EDGE, foot));
@@ -92,13 +98,14 @@ static st_vec overRow(st_vec behind, const st_cloudRow &row, unsigned seed, floa
     for (const st_cloudLobe &lobe : lobes) {
         const float across = 0.9F * (azimuth - lobe.azimuth);
         const float up = elevation - lobe.elevation;
-        const float depth = lobe.radius - std::sqrt(across * across + up * up);
+        const float depth = lobe.radius * (1 + 0.30F * puff) - std::sqrt(across * across + up * up);
         if (depth <= 0)
             continue;
         // Lit from above: darker with the distance from its top.
         const float below = up - 0.6F * lobe.radius;
         const float away = std::sqrt(across * across + below * below) / lobe.radius;
-        const st_vec shaded = mix(row.light, row.shade, smoothStep(0.15F, 1.30F, away + soft));
+        const st_vec shaded =
+            mix(row.light, row.shade, smoothStep(0.15F, 1.30F, away - 0.55F * puff));
         color = mix(color, shaded, smoothStep(0, EDGE, depth));
     }
     return color;
@@ -112,8 +119,8 @@ static st_vec skyColor(st_vec direction) {
     unsigned seed = 11;
     for (const st_cloudRow &row : cloudRows()) {
         if (elevation < row.elevation + 2 * row.radius) {
-            const float soft = (cloudNoise(d * 9.0F, 3, seed) - 0.5F) * 0.5F;
-            color = overRow(color, row, seed, azimuth, elevation, soft);
+            const float puff = puffs(d * (120 / row.radius), seed);
+            color = overRow(color, row, seed, azimuth, elevation, puff);
         }
         seed++;
     }
