@@ -1,4 +1,5 @@
 // The box around everything, painted with the sky, and the floating land in its middle.
+#include "workshop/models/farIslands.h"
 #include "workshop/models/island.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"
@@ -11,7 +12,8 @@
 constexpr float BOX_RADIUS = 13.5F; // the eye stays within 6.5, the clouds within 8
 constexpr int BOX_CELLS = 7;
 constexpr float SKY_TEXELS = 512;
-constexpr int RIM_CELLS = 40;
+constexpr int RIM_CELLS = 44;
+constexpr int MEADOW_ROWS = 15; // fine enough for the spot of light that follows the sun
 
 // A sphere blown towards a cube: its normals turn slowly, so no edge shows in the headlight.
 static st_vec boxPoint(st_vec direction) {
@@ -49,8 +51,9 @@ static void addSky(st_mesh &mesh) {
 }
 
 static void addMeadow(st_mesh &mesh) {
-    const st_surface turf = painted("turf", "turf.tga", ROUND);
-    const st_sheet sheet = {RIM_CELLS, 9, true, false, true, {1, 1}};
+    // Short of full brightness, so that the spot of light has something to add.
+    const st_surface turf = tinted("turf", "turf.tga", ROUND, WHITE * 0.68F);
+    const st_sheet sheet = {RIM_CELLS, MEADOW_ROWS, true, false, true, {1, 1}};
     st_mesh meadow = sheetShape(sheet, turf, [](float u, float v) {
         // Seen from above, u runs against the angle: z points away from the viewer.
         const float angle = -u * 2 * PI;
@@ -95,5 +98,6 @@ st_mesh makeBox() {
     addSky(mesh);
     addMeadow(mesh);
     addCliff(mesh);
+    addFarIslands(mesh);
     return mesh;
 }
