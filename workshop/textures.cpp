@@ -49,15 +49,15 @@ static st_canvas paintBark() {
 }
 
 // Boards, four to the picture, with grain and nails.
-static st_canvas paintWood() {
-    st_canvas canvas = paintCanvas(256, 256, [](float u, float v) {
+static st_canvas paintBoards(st_vec body, st_vec light, st_vec dark) {
+    st_canvas canvas = paintCanvas(256, 256, [&](float u, float v) {
         const float board = std::floor(v * 4);
         const float within = v * 4 - board;
         const float wave = tiledNoise(u + board * 0.37F, v, 4, 8, 31) * 1.4F;
         const float grain = 0.5F + 0.5F * std::sin((within * 9 + wave * 3 + board) * 2 * PI * 0.5F);
         const float fine = tiledNoise(u, v, 12, 128, 32);
-        st_vec color = mix(WOOD, mix(WOOD, HAZE, 0.55F), 0.55F * grain + 0.45F * fine);
-        color = mix(color, mix(WOOD, BARK, 0.3F), 0.3F * tiledNoise(board / 4, 0.5F, 4, 1, 33));
+        st_vec color = mix(body, light, 0.55F * grain + 0.45F * fine);
+        color = mix(color, dark, 0.3F * tiledNoise(board / 4, 0.5F, 4, 1, 33));
         const float gap = std::min(within, 1 - within);
         return mix(mix(BARK, INK, 0.3F), color, smoothStep(0.015F, 0.06F, gap));
     });
@@ -69,6 +69,13 @@ static st_canvas paintWood() {
         }
     return canvas;
 }
+static st_canvas paintWood() {
+    return paintBoards(WOOD, mix(WOOD, HAZE, 0.55F), mix(WOOD, BARK, 0.3F));
+}
+// For surfaces that bring their own colour.
+static st_canvas paintPlanks() {
+    return paintBoards(mix(MILK, WOOD, 0.22F), MILK, mix(MILK, BARK, 0.3F));
+}
 
 // A crown: dark below, sunlit on top, dabbed all over with leaves.
 static st_canvas paintLeaves() {
@@ -76,18 +83,18 @@ static st_canvas paintLeaves() {
         return mix(mix(MOSS, INK, 0.35F), mix(MOSS, LEAF, 0.6F), smoothStep(0.05F, 0.85F, v));
     });
     st_random random = {5};
-    for (int i = 0; i < 1500; i++) {
+    for (int i = 0; i < 1100; i++) {
         const float v = nextRandom(random);
         const float light = smoothStep(0.1F, 0.95F, v + nextRandom(random, -0.25F, 0.25F));
         st_vec color = mix(mix(MOSS, INK, 0.25F), LEAF, light);
         color =
             mix(color, SUN, smoothStep(0.75F, 1.1F, light + nextRandom(random, 0, 0.25F)) * 0.5F);
         addDab(canvas, {{nextRandom(random), v},
-                        {nextRandom(random, 0.012F, 0.026F), nextRandom(random, 0.007F, 0.014F)},
+                        {nextRandom(random, 0.020F, 0.036F), nextRandom(random, 0.011F, 0.019F)},
                         nextRandom(random, -1.2F, 1.2F),
                         color,
                         0.85F,
-                        0.55F});
+                        0.75F});
     }
     return canvas;
 }
@@ -104,12 +111,13 @@ static st_canvas paintTurf() {
         const float path = std::fabs(u - middle) + 0.10F * (blotch - 0.5F);
         const float trodden =
             (1 - smoothStep(0.022F, 0.055F, path)) * (1 - smoothStep(0.45F, 0.6F, v));
-        color = mix(color, mix(WOOD, HAZE, 0.45F + 0.3F * blades), trodden * 0.9F);
+        color = mix(color, mix(WOOD, HAZE, 0.10F + 0.3F * blades), trodden * 0.9F);
         const float du = (u - 0.40F) / 0.21F;
         const float dv = (v - 0.56F) / 0.26F;
         const float shade =
             1 - smoothStep(0.2F, 1.0F, std::sqrt(du * du + dv * dv) + 0.3F * (blotch - 0.5F));
-        return mix(color, mix(MOSS, INK, 0.35F), shade * 0.62F);
+        // Bright, as the surface is not.
+        return mix(color, mix(MOSS, INK, 0.35F), shade * 0.62F) * 1.35F;
     });
     st_random random = {9};
     for (int i = 0; i < 420; i++) {
@@ -175,14 +183,18 @@ static st_canvas paintLetters() {
 
 // The logo's faces: a low sun over water, like the sky around.
 static st_canvas paintEnamel() {
-    return paintCanvas(128, 128, [](float u, float v) {
+    return paintCanvas(256, 256, [](float u, float v) {
         const float ripple =
             0.02F * std::sin(u * 2 * PI * 2) + 0.03F * (tiledNoise(u, v, 3, 6, 81) - 0.5F);
         const float t = v + ripple;
-        if (t < 0.47F)
-            return mix(INK, DUSK, smoothStep(0.15F, 0.47F, t));
+        const float wave = 0.5F + 0.5F * std::sin((t * 30 + tiledNoise(u, v, 6, 12, 82)) * 2 * PI);
+        const st_vec deep =
+            mix(mix(INK, DUSK, 0.3F), mix(DUSK, SKY, 0.6F), smoothStep(0.15F, 0.47F, t));
+        const st_vec sea = mix(deep, SKY, 0.3F * smoothStep(0.6F, 1.0F, wave));
         const st_vec low = mix(ROSE, SUN, smoothStep(0.47F, 0.66F, t));
-        return mix(low, MILK, smoothStep(0.66F, 0.90F, t));
+        const st_vec sky = mix(low, MILK, smoothStep(0.66F, 0.90F, t));
+        const st_vec color = mix(sea, sky, smoothStep(0.465F, 0.475F, t));
+        return mix(color, MILK, 0.9F * (1 - smoothStep(0.005F, 0.013F, std::fabs(t - 0.47F))));
     });
 }
 
@@ -292,6 +304,7 @@ const std::vector<st_texture> &allTextures() {
         {"skybottom.tga", PLAIN, skyBottom},
         {"bark.tga", PACKED, paintBark},
         {"wood.tga", FROM_TOP, paintWood},
+        {"planks.tga", FROM_TOP, paintPlanks},
         {"leaves.tga", PLAIN, paintLeaves},
         {"turf.tga", PLAIN, paintTurf},
         {"cliff.tga", FROM_TOP, paintCliff},

@@ -13,48 +13,65 @@ constexpr st_vec LOGO_MIDDLE = {0.66F, 0.66F, 0.66F};
 constexpr float HALF = 0.44F; // of the block's edge
 constexpr float EDGE = 0.07F; // width of its slanted edges
 
+// Below full brightness: the lamps would bleach it and wash its edges away.
+constexpr float SHINE = 0.68F;
+
 static st_mesh lettersShape() {
-    st_textStyle style = {0.74F,
-                          0.16F,
-                          0.035F,
-                          0.004F,
-                          -0.015F,
-                          false,
-                          true,
-                          painted("logo-face", "enamel.tga", 0),
-                          plain("logo-side", mix(ROSE, AMBER, 0.30F), 0.55F)};
+    const st_textStyle style = {0.74F,
+                                0.16F,
+                                0.035F,
+                                0.004F,
+                                -0.015F,
+                                false,
+                                true,
+                                tinted("logo-face", "enamel.tga", 0, WHITE * 0.85F),
+                                plain("logo-side", mix(MILK, HAZE, 0.3F) * 0.76F, 0.55F)};
     st_mesh mesh;
     append(mesh, textShape("k7", style),
            moved({-textWidth("k7", style) / 2, -0.35F * style.size, HALF + 0.045F}));
     return mesh;
 }
 
-// One side of the block: the board, and the slanted frame that leads to the four edges.
-static st_mesh sideShape() {
+// One side of the block: the board, the slanted frame that leads to the four edges, and a stud
+// in every corner.
+static st_mesh sideShape(const st_surface &paint) {
     st_mesh mesh;
-    const int board = addSurface(mesh, painted("logo-board", "wood.tga", 0));
-    const int frame = addSurface(mesh, plain("logo-frame", mix(SUN, AMBER, 0.35F), 0));
+    const int board = addSurface(mesh, paint);
+    const int frame = addSurface(mesh, plain("logo-frame", mix(SUN, AMBER, 0.45F) * SHINE, 0));
     const float inner = HALF - EDGE;
+    const float outer = HALF - EDGE * 0.4F;
     const float corners[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
     for (const auto &corner : corners)
         addPoint(mesh, {corner[0] * inner, corner[1] * inner, HALF});
     for (const auto &corner : corners)
-        addPoint(mesh, {corner[0] * (HALF - EDGE * 0.4F), corner[1] * (HALF - EDGE * 0.4F),
-                        HALF - EDGE * 0.4F});
+        addPoint(mesh, {corner[0] * outer, corner[1] * outer, outer});
     addQuad(mesh, board, {0, 1, 2, 3},
             {{0.02F, 0.02F}, {0.98F, 0.02F}, {0.98F, 0.98F}, {0.02F, 0.98F}});
     for (int i = 0; i < 4; i++)
         addQuad(mesh, frame, 4 + i, 4 + (i + 1) % 4, (i + 1) % 4, i);
+    const st_mesh stud = latheShape({{0.034F, 0}, {0.028F, 0.020F}, {0, 0.030F}}, 12,
+                                    plain("logo-stud", SUN * SHINE, SOFT));
+    for (const auto &corner : corners)
+        append(mesh, stud,
+               moved({corner[0] * (inner - 0.05F), corner[1] * (inner - 0.05F), HALF}) *
+                   turned({1, 0, 0}, 90));
     return mesh;
 }
 
+// Three colours, so that each third of a turn brings another one to the front.
 st_mesh makeLogo() {
-    st_mesh side = sideShape();
-    append(side, lettersShape());
+    const st_surface paints[3] = {
+        tinted("logo-blue", "planks.tga", 0, mix(DUSK, SKY, 0.45F) * 0.8F),
+        tinted("logo-red", "planks.tga", 0, ROSE * 0.8F),
+        tinted("logo-green", "planks.tga", 0, mix(LEAF, MOSS, 0.35F) * 0.8F)};
     st_mesh mesh;
-    for (const float half : {0.0F, 180.0F})
-        for (const float third : {0.0F, 120.0F, 240.0F})
-            append(mesh, side,
-                   moved(LOGO_MIDDLE) * turned({1, 1, 1}, third) * turned({0, 1, 0}, half));
+    for (int third = 0; third < 3; third++) {
+        st_mesh side = sideShape(paints[third]);
+        append(side, lettersShape());
+        const st_place place =
+            moved(LOGO_MIDDLE) * turned({1, 1, 1}, 120 * static_cast<float>(third));
+        append(mesh, side, place);
+        append(mesh, side, place * turned({0, 1, 0}, 180));
+    }
     return mesh;
 }
