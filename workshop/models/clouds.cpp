@@ -8,6 +8,11 @@ struct st_lobe {
     st_vec radius;
 };
 
+// Brighter than full light needs, so that the edges that turn away from it are not dark.
+static st_surface vapour() {
+    return tinted("cloud", "cloud.tga", SOFT, WHITE * 1.5F);
+}
+
 static void addLobes(st_mesh &mesh, const std::vector<st_lobe> &lobes, const st_surface &surface) {
     unsigned seed = 300;
     for (const st_lobe &lobe : lobes)
@@ -23,9 +28,9 @@ st_mesh makeCloudOne() {
                                         {{1.0F, -0.18F, 0.0F}, {0.26F, 0.20F, 0.22F}},
                                         {{-1.02F, -0.18F, 0.0F}, {0.24F, 0.18F, 0.22F}}};
     st_mesh cloud;
-    addLobes(cloud, lobes, painted("cloud", "cloud.tga", SOFT));
+    addLobes(cloud, lobes, vapour());
     st_mesh mesh;
-    append(mesh, cloud, moved({0, 1.62F, 1.9F}));
+    append(mesh, cloud, moved({0, 0.88F, 4.6F}) * scaled({1.2F, 1.2F, 1.2F}));
     return mesh;
 }
 
@@ -36,9 +41,9 @@ st_mesh makeCloudTwo() {
                                         {{0.85F, -0.10F, 0.0F}, {0.28F, 0.20F, 0.24F}},
                                         {{0.15F, 0.24F, 0.08F}, {0.30F, 0.26F, 0.26F}}};
     st_mesh cloud;
-    addLobes(cloud, lobes, painted("cloud", "cloud.tga", SOFT));
+    addLobes(cloud, lobes, vapour());
     st_mesh mesh;
-    append(mesh, cloud, moved({0, 0.42F, 3.4F}));
+    append(mesh, cloud, moved({0, -0.25F, 7.5F}) * scaled({1.5F, 1.5F, 1.5F}));
     return mesh;
 }
 
@@ -69,7 +74,7 @@ static void addFace(st_mesh &mesh) {
 
 // Brows, moustache and beard are cloud too: that is the joke of him.
 static void addHair(st_mesh &mesh) {
-    const st_surface white = painted("cloud", "cloud.tga", SOFT);
+    const st_surface white = vapour();
     for (const float side : {-1.0F, 1.0F}) {
         append(mesh, blobShape({0.19F, 0.075F, 0.10F}, 10, 6, 0.15F, 410, white),
                moved({side * 0.24F, 0.33F, 0.44F}) * turned({0, 0, 1}, side * -14));
@@ -99,11 +104,11 @@ st_mesh makeOldMan() {
               {{-0.55F, -0.42F, -0.22F}, {0.46F, 0.34F, 0.36F}},
               {{1.25F, -0.22F, -0.26F}, {0.30F, 0.24F, 0.26F}},
               {{-1.25F, -0.22F, -0.26F}, {0.30F, 0.24F, 0.26F}}},
-             painted("cloud", "cloud.tga", SOFT));
+             vapour());
     st_mesh mesh;
     // He looks up a little, at the viewer above him.
     append(mesh, head,
-           moved({0, 0.55F, 2.75F}) * turned({1, 0, 0}, 22) * facingMainView() *
-               scaled({0.85F, 0.85F, 0.85F}));
+           moved({0.5F, 0.86F, 3.0F}) * turned({1, 0, 0}, 22) * facingMainView() *
+               scaled({0.93F, 0.93F, 0.93F}));
     return mesh;
 }

@@ -21,7 +21,8 @@ static st_mesh faceShape(float radius, float thickness, const st_surface &front,
     const st_place size = scaled({radius, thickness, radius});
     st_mesh mesh;
     append(mesh, cushion, turned({1, 0, 0}, 90) * size);
-    append(mesh, latheShape(profile, DISC_COLUMNS, back), turned({1, 0, 0}, -90) * size);
+    append(mesh, latheShape(profile, DISC_COLUMNS, back),
+           turned({1, 0, 0}, -90) * size * scaled({0.97F, 1, 0.97F}));
     return mesh;
 }
 
@@ -51,14 +52,14 @@ static st_mesh raysShape(const st_rays &rays, const st_surface &longer, const st
 
 st_mesh makeSun() {
     st_mesh sun;
-    append(sun, faceShape(0.52F, 0.26F, painted("sun-face", "sunface.tga", SOFT),
+    append(sun, faceShape(0.52F, 0.26F, tinted("sun-face", "sunface.tga", SOFT, WHITE * 1.4F),
                           plain("sun-back", mix(SUN, AMBER, 0.4F), SOFT)));
     append(sun, raysShape({20, 0.47F, 0.53F, 0.085F, 0}, plain("ray-long", SUN, 0),
                           plain("ray-short", AMBER, 0)));
     st_mesh mesh;
     append(mesh, sun,
-           moved({-5.35F, 0.78F, 4.0F}) * turned({1, 0, 0}, 25) * facingMainView() *
-               scaled({1.1F, 1.1F, 1.1F}));
+           moved({-7.0F, 0.2F, 6.3F}) * turned({1, 0, 0}, 25) * facingMainView() *
+               scaled({1.32F, 1.32F, 1.32F}));
     return mesh;
 }
 
