@@ -9,7 +9,7 @@
 
 constexpr float TREE_X = 0.62F;
 constexpr float TREE_Z = 0.95F;
-constexpr int LOOSE_LEAVES = 34; // to a lump
+constexpr int LOOSE_LEAVES = 14; // to a lump
 
 static void addTrunk(st_mesh &mesh, st_vec foot) {
     const st_surface bark = painted("bark", "bark.tga", ROUND);
@@ -58,10 +58,34 @@ static void addCrown(st_mesh &mesh, st_vec foot) {
     unsigned seed = 200;
     for (const st_lump &lump : LUMPS) {
         const st_vec radius = {lump.size, lump.size * 0.84F, lump.size};
-        append(mesh, blobShape(radius, 12, 8, 0.24F, seed, seed % 3 == 0 ? dark : light),
-               moved(foot + lump.at));
+        st_mesh leaves = blobShape(radius, 12, 8, 0.24F, seed, seed % 3 == 0 ? dark : light);
+        for (st_polygon &polygon : leaves.polygons)
+            for (st_uv &uv : polygon.uvs)
+                uv.u *= 2; // it is twice as far around as from foot to top
+        append(mesh, leaves, moved(foot + lump.at));
         seed++;
     }
+}
+
+// Folded along its rib, and hollow, for a flat leaf would be dark from one side.
+static void addLeaf(st_mesh &mesh, int surface, st_vec root, st_vec face, st_vec tip, st_uv at) {
+    const st_vec middle = mix(root, tip, 0.45F) - face * 0.03F;
+    const st_vec aside = crossProduct(face, tip - root) * 0.33F;
+    const int points[4] = {addPoint(mesh, root), addPoint(mesh, middle - aside),
+                           addPoint(mesh, tip), addPoint(mesh, middle + aside)};
+    static constexpr int SIDES[4][3] = {{0, 1, 2}, {0, 2, 3}, {1, 0, 3}, {1, 3, 2}};
+    for (const auto &side : SIDES)
+        addTriangle(mesh, surface, {points[side[0]], points[side[1]], points[side[2]]},
+                    {at, {at.u + 0.06F, at.v}, {at.u, at.v + 0.08F}});
+}
+
+static bool insideCrown(st_vec point) {
+    for (const st_lump &lump : LUMPS) {
+        const st_vec away = point - lump.at;
+        if (lengthOf({away.x, away.y / 0.84F, away.z}) < lump.size * 0.95F)
+            return true;
+    }
+    return false;
 }
 
 // Single leaves stand off the crown, so that its outline is not that of balls.
@@ -69,32 +93,28 @@ static void addLooseLeaves(st_mesh &mesh, st_vec foot) {
     const int surface = addSurface(mesh, painted("leaf-loose", "leaves.tga", 0));
     st_random random = {91};
     for (const st_lump &lump : LUMPS)
-        for (int i = 0; i < LOOSE_LEAVES; i++) {
+        for (int i = 0; i < LOOSE_LEAVES;) {
             const float around = nextRandom(random, 0, 2 * PI);
             const float up = nextRandom(random, -0.7F, 1.2F);
             const st_vec out = {std::cos(around) * std::cos(up), std::sin(up),
                                 std::sin(around) * std::cos(up)};
-            const st_vec aside =
-                unit(crossProduct(out, {nextRandom(random, -1, 1), 1, nextRandom(random, -1, 1)}));
-            const st_vec along = unit(out * 0.55F + crossProduct(aside, out) * 0.9F);
-            const float length = nextRandom(random, 0.11F, 0.17F);
-            const st_vec root =
-                foot + lump.at + st_vec{out.x, out.y * 0.84F, out.z} * (lump.size * 0.98F);
-            const st_vec middle = root + along * (length * 0.5F);
-            const int points[4] = {addPoint(mesh, root),
-                                   addPoint(mesh, middle - aside * (length * 0.3F)),
-                                   addPoint(mesh, root + along * length),
-                                   addPoint(mesh, middle + aside * (length * 0.3F))};
-            const float u = nextRandom(random);
-            const float v = 0.5F + 0.35F * std::sin(up);
-            addQuad(mesh, surface, points,
-                    {{u, v}, {u + 0.06F, v + 0.05F}, {u, v + 0.1F}, {u - 0.06F, v + 0.05F}});
+            const st_vec root = lump.at + st_vec{out.x, out.y * 0.84F, out.z} * lump.size;
+            if (insideCrown(root) || std::fabs(out.z) > 0.75F)
+                continue; // nobody would see it, or only against leaves
+            const st_vec face = unit(st_vec{0, 0.55F, -0.83F} + out * 0.3F);
+            const st_vec way = out + st_vec{nextRandom(random, -0.6F, 0.6F), -0.25F,
+                                            nextRandom(random, -0.6F, 0.6F)};
+            const st_vec along = unit(way - face * dotProduct(way, face));
+            addLeaf(mesh, surface, foot + root, face,
+                    foot + root + along * nextRandom(random, 0.13F, 0.19F),
+                    {nextRandom(random), 0.60F + 0.28F * std::sin(up)});
+            i++;
         }
 }
 
 // Apples peep out of the crown's lower half, mostly on the side of the main view.
 static void addApples(st_mesh &mesh, st_vec foot) {
-    const st_surface skin = plain("apple", mix(ROSE, colorOf(0xD0302A), 0.55F), SOFT);
+    const st_surface skin = plain("apple", mix(ROSE, CHERRY, 0.55F), SOFT);
     st_random random = {77};
     for (const st_lump &lump : LUMPS) {
         const float around = nextRandom(random, -2.4F, -0.7F);
