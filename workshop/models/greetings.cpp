@@ -32,9 +32,8 @@ static st_mesh nameShape(const char *name, const st_lettering &lettering) {
 }
 
 static st_place spokePlace(std::size_t i, std::size_t count) {
-    // Half a spoke off the level, so that the resting wheel shows names on their way up.
-    const float step = 360.0F / static_cast<float>(count);
-    return turned({0, 0, 1}, (static_cast<float>(i) + 0.5F) * step);
+    // The wheel at rest shows its first two names, clear of the scroll text.
+    return turned({0, 0, 1}, 34 + 360.0F / static_cast<float>(count) * static_cast<float>(i));
 }
 
 static st_outline ringOutline(float radius, int corners, bool hole) {
@@ -57,7 +56,7 @@ st_mesh makeGreetingsOne() {
     static constexpr const char *NAMES[] = {"Moss Club",   "Teapots",  "Late Owls", "Wobble",
                                             "Sock Drawer", "Porridge", "Mittens",   "Lanterns"};
     constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
-    const st_surface wood = painted("wood", "wood.tga", 0);
+    const st_surface wood = tinted("wood", "wood.tga", 0, mix(WOOD, WHITE, 0.35F));
     const st_lettering lettering = {0.33F, 0.05F, plain("greet-letters", MILK, 0),
                                     plain("greet-letters-side", mix(BARK, INK, 0.5F), 0)};
     const st_outline plank = {
@@ -100,7 +99,8 @@ st_mesh makeGreetingsTwo() {
     st_mesh wheel;
     for (std::size_t i = 0; i < COUNT; i++) {
         static constexpr const char *PETALS[3] = {"petal-milk", "petal-rose", "petal-sun"};
-        static constexpr st_vec COLORS[3] = {MILK, mix(ROSE, MILK, 0.15F), mix(SUN, MILK, 0.2F)};
+        static constexpr st_vec COLORS[3] = {MILK, mix(ROSE, MILK, 0.15F),
+                                             mix(SUN, AMBER, 0.3F) * 0.85F};
         st_mesh petal = slabShape({petalOutline()}, DEPTH, 2.2F,
                                   tinted(PETALS[i % 3], "petal.tga", 0, COLORS[i % 3]));
         for (st_polygon &polygon : petal.polygons)

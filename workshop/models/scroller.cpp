@@ -23,7 +23,7 @@ st_mesh makeScroller() {
                                     plain("letters-side", mix(INK, DUSK, 0.25F), 0));
     // All letters are drawn in every frame, so they are coarse; and they are only ever seen from
     // above, so nobody misses their undersides.
-    style.tolerance = 0.0195F;
+    style.tolerance = 0.0205F;
     style.undersides = false;
     const auto letters = static_cast<float>(std::strlen(WORDS));
     style.tracking = (LENGTH - textWidth(WORDS, style)) / (letters * style.size);
