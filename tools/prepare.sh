@@ -5,7 +5,7 @@
 # symbolizer: leak suppressions go by function names).
 SHOW_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libegl-dev libglu1-mesa-dev
     freeglut3-dev libsdl2-dev libsdl2-mixer-dev libpng-dev libfreetype-dev libvorbis-dev
-    fonts-cherrybomb libgl1-mesa-dri libegl1 x11-utils)
+    nlohmann-json3-dev fonts-cherrybomb libgl1-mesa-dri libegl1 x11-utils)
 CHECK_PACKAGES=(clang llvm clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
     xvfb xauth xdotool openbox)
 

@@ -1,0 +1,257 @@
+// Every rule of the check on a model that breaks it and none other.
+#include "tools/modelCheck.h"
+#include "tests/tools/plankModel.h"
+#include "tools/objectJson.h"
+#include "tools/objectReport.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace fs = std::filesystem;
+
+// The rules that found something, notes in brackets.
+static std::string rulesOf(const std::vector<st_finding> &findings) {
+    std::string rules;
+    for (const st_finding &finding : findings) {
+        rules += rules.empty() ? "" : " ";
+        rules += finding.isNote ? "(" + finding.rule + ")" : finding.rule;
+    }
+    return rules;
+}
+
+static std::string rulesOf(const Plank &plank) {
+    const st_modelFile model = openModel(plank.write("case"));
+    EXPECT_EQ(model.problem, "");
+    return model.object == nullptr ? "no object" : rulesOf(checkModel(model));
+}
+
+struct Case {
+    const char *claim;
+    const char *rules;
+    void (*spoil)(Plank &);
+};
+
+static void expectRules(const std::vector<Case> &cases) {
+    for (const Case &c : cases) {
+        Plank plank;
+        c.spoil(plank);
+        EXPECT_EQ(rulesOf(plank), c.rules) << c.claim;
+    }
+}
+
+static const std::string LONG_NAME = "a name of more than thirty-one bytes";
+constexpr float NO_NUMBER = std::numeric_limits<float>::quiet_NaN();
+
+static void nameAll(Plank &p, const std::string &name, const std::string &mapName) {
+    p.tags = chunk("TAGS", s0(name));
+    p.surfaces = surf(name, imageMap(1));
+    p.maps = chunk("VMAP", "TXUV" + u2(2) + s0(mapName) + entries(5, f4(0) + f4(0)));
+}
+
+TEST(ModelCheck, knowsWhatGeometryIsNotDrawn) {
+    expectRules({
+        {"faultless", "", [](Plank &) {}},
+        {"two colour textures", "color-layers",
+         [](Plank &p) { p.surfaces = surf("wood", imageMap(1) + imageMap(1)); }},
+        {"no polygons", "nothing", [](Plank &p) { p.polygons = p.polygonTags = ""; }},
+        {"no tags", "no-surface", [](Plank &p) { p.tags = p.polygonTags = ""; }},
+        {"tag past the last", "unknown-surface",
+         [](Plank &p) { p.polygonTags = chunk("PTAG", "SURF" + vx(1) + vx(1)); }},
+        {"a pentagon and a point", "corners",
+         [](Plank &p) {
+             p.polygons = chunk("POLS", "FACE" + u2(5) + vx(0) + vx(1) + vx(4) + vx(2) + vx(3) +
+                                            u2(1) + vx(0));
+         }},
+        {"a bone", "",
+         [](Plank &p) { p.polygonTags += chunk("POLS", "BONE" + u2(2) + vx(0) + vx(4)); }},
+        {"a patch", "polygon-type",
+         [](Plank &p) {
+             p.polygons = chunk("POLS", "PTCH" + u2(3) + vx(0) + vx(1) + vx(2) + u2(3) + vx(1) +
+                                            vx(4) + vx(2));
+         }},
+        {"no area", "normal",
+         [](Plank &p) {
+             p.polygons = chunk("POLS", "FACE" + u2(3) + vx(0) + vx(1) + vx(0) + u2(3) + vx(1) +
+                                            vx(4) + vx(2));
+         }},
+        {"a point nowhere", "position",
+         [](Plank &p) {
+             p.points = chunk("PNTS", f4(NO_NUMBER, 0, 0) + f4(2, 0, 0) + f4(2, 1, 0) +
+                                          f4(0, 1, 0) + f4(3, 0.5F, 0));
+         }},
+        {"a hidden layer", "hidden-layer",
+         [](Plank &p) { p.layer = chunk("LAYR", u2(1) + u2(1) + f4(0, 0, 0) + s0("")); }},
+    });
+}
+
+TEST(ModelCheck, knowsWhatNamesAndUvMapsDoNotMeet) {
+    expectRules({
+        {"long name, whole map name", "long-name uv-map",
+         [](Plank &p) { nameAll(p, LONG_NAME, LONG_NAME); }},
+        {"long name, cut map name", "long-name",
+         [](Plank &p) { nameAll(p, LONG_NAME, LONG_NAME.substr(0, 31)); }},
+        {"31 bytes", "",
+         [](Plank &p) { nameAll(p, LONG_NAME.substr(0, 31), LONG_NAME.substr(0, 31)); }},
+        {"names that the cut makes equal", "long-name long-name same-name",
+         [](Plank &p) {
+             nameAll(p, LONG_NAME, LONG_NAME.substr(0, 31));
+             p.last = surf(LONG_NAME + "!", "") + p.last;
+         }},
+        {"two surfaces of a name", "same-name",
+         [](Plank &p) { p.last = surf("wood", "") + p.last; }},
+        {"a name that is changed", "(changed-name)",
+         [](Plank &p) { nameAll(p, "mur3-a_front", "mur3-a"); }},
+        {"a name that is changed, a map that is not", "uv-map (changed-name)",
+         [](Plank &p) { nameAll(p, "ovre-plan", "ovre-plan"); }},
+        {"another map", "uv-map", [](Plank &p) { nameAll(p, "wood", "planks"); }},
+        {"a map of some points", "uv-gap",
+         [](Plank &p) {
+             p.maps = chunk("VMAP", "TXUV" + u2(2) + s0("wood") + entries(4, f4(0) + f4(0)));
+         }},
+        {"corner values of another map", "uv-shadow",
+         [](Plank &p) {
+             p.maps += chunk("VMAD", "TXUV" + u2(2) + s0("x") + entries(2, f4(0) + f4(0), vx(0)));
+         }},
+        {"corner values of its own map", "",
+         [](Plank &p) {
+             p.maps +=
+                 chunk("VMAD", "TXUV" + u2(2) + s0("wood") + entries(2, f4(0) + f4(0), vx(0)));
+         }},
+        {"three values", "map-dimension",
+         [](Plank &p) {
+             p.maps = chunk("VMAP", "TXUV" + u2(3) + s0("wood") + entries(5, f4(0, 0, 0)));
+         }},
+        {"no values", "map-dimension",
+         [](Plank &p) { p.maps = chunk("VMAP", "PICK" + u2(0) + s0("wood") + entries(5, "")); }},
+        {"values that are none", "uv-value",
+         [](Plank &p) {
+             p.maps =
+                 chunk("VMAP", "TXUV" + u2(2) + s0("wood") + entries(5, f4(0) + f4(NO_NUMBER)));
+         }},
+    });
+}
+
+TEST(ModelCheck, knowsWhatTexturesAreNotShown) {
+    expectRules({
+        {"planar", "unseen-texture", [](Plank &p) { p.surfaces = surf("wood", imageMap(1, 0)); }},
+        {"procedural", "unseen-texture",
+         [](Plank &p) {
+             p.surfaces = surf("wood", sub("BLOK", sub("PROC", s0("o") + sub("CHAN", "COLR")) +
+                                                       sub("AXIS", u2(0))));
+         }},
+        {"in the older layout", "(old-texture)",
+         [](Plank &p) {
+             p = {};
+             p.type = "LWOB";
+             p.layer = p.polygonTags = p.maps = p.clips = p.last = "";
+             p.tags = chunk("SRFS", s0("wood"));
+             p.polygons = chunk("POLS", u2(3) + u2(0) + u2(1) + u2(2) + u2(1));
+             p.surfaces = chunk("SURF", s0("wood") + sub("CTEX", s0("Planar Image Map")) +
+                                            sub("TIMG", s0("wood.tga")));
+         }},
+        {"switched off", "switched-off",
+         [](Plank &p) { p.surfaces = surf("wood", imageMap(1, 5, sub("ENAB", u2(0)))); }},
+        {"without an image", "no-image", [](Plank &p) { p.surfaces = surf("wood", imageMap(0)); }},
+        {"an undefined clip", "undefined-clip",
+         [](Plank &p) { p.surfaces = surf("wood", imageMap(7)); }},
+        {"a clip defined twice", "double-clip",
+         [](Plank &p) { p.clips += stillClip(1, "wood.tga"); }},
+        {"an animation", "moving-clip",
+         [](Plank &p) {
+             p.clips = chunk("CLIP", u4(1) + sub("ANIM", s0("wood.avi") + s0("AVI")));
+         }},
+        {"other channels, shaders", "(left-out)",
+         [](Plank &p) { p.surfaces = surf("wood", imageMap(1) + sub("TRAN", f4(0.5F) + vx(0))); }},
+        {"an image that stays", "(lasting-image)", [](Plank &p) { p.last = ""; }},
+        {"plain, beside a clip 0 stored top row first", "distorted",
+         [](Plank &p) {
+             p.clips = stillClip(0, "wood.tga");
+             p.surfaces = surf("wood", "");
+             p.image = targa(2, 1, 1, 24, 0x20, "bgr");
+         }},
+    });
+}
+
+TEST(ModelCheck, knowsWhatImagesMakeNoTexture) {
+    expectRules({
+        {"top row first", "", [](Plank &p) { p.image = targa(2, 1, 1, 24, 0x20, "bgr"); }},
+        {"declared alpha", "", [](Plank &p) { p.image = targa(2, 1, 1, 32, 8, "bgra"); }},
+        {"missing", "missing-image", [](Plank &p) { p.imageName = ""; }},
+        {"in other case", "missing-image", [](Plank &p) { p.imageName = "Wood.TGA"; }},
+        {"a clip of no name", "missing-image", [](Plank &p) { p.clips = stillClip(1, ""); }},
+        {"a clip that names a directory", "unreadable-image",
+         [](Plank &p) { p.clips = stillClip(1, "Images/"); }},
+        {"cut short", "unreadable-image", [](Plank &p) { p.image = targa(2, 1, 1, 24, 0, "bg"); }},
+        {"grey", "image-kind", [](Plank &p) { p.image = targa(3, 1, 1, 8, 0, "g"); }},
+        {"colour-mapped", "image-kind", [](Plank &p) { p.image = targa(1, 1, 1, 8, 0, "i"); }},
+        {"16 bits", "image-kind", [](Plank &p) { p.image = targa(2, 1, 1, 16, 0, "bg"); }},
+        {"24 bits and alpha", "image-kind",
+         [](Plank &p) { p.image = targa(2, 1, 1, 24, 8, "bgr"); }},
+        {"undeclared alpha", "skewed-image",
+         [](Plank &p) { p.image = targa(2, 1, 1, 32, 0, "bgra"); }},
+        {"from the right", "mirrored-image",
+         [](Plank &p) { p.image = targa(2, 1, 1, 24, 0x10, "bgr"); }},
+        {"empty", "image-size", [](Plank &p) { p.image = targa(2, 0, 1, 24, 0, ""); }},
+    });
+}
+
+TEST(ModelCheck, tellsWhatToDo) {
+    Plank plank;
+    plank.imageName = "Wood.TGA";
+    nameAll(plank, "w\xF6\x1B", "planks"); // Latin-1, and a control character
+    const std::string path = plank.write("case");
+    const std::vector<st_finding> findings = checkModel(openModel(path));
+    ASSERT_EQ(rulesOf(findings), "uv-map missing-image");
+    EXPECT_EQ(findingLine("p", findings[0]),
+              "p: surface \"w\u00F6\\x1B\" has no UV map of its name: noise on triangles, a single "
+              "colour on quads; rename the map \"planks\" to \"w\u00F6\\x1B\"");
+    EXPECT_EQ(
+        findingLine("p", findings[1]),
+        "p: texture wood.tga of surface \"w\u00F6\\x1B\" is not beside the model: the surface "
+        "is drawn in its plain colour; rename Wood.TGA: upper and lower case count");
+}
+
+TEST(ModelCheck, knowsWhatModelsAShowLacks) {
+    const std::string folder = fs::path(Plank().write("lwo")).parent_path().string();
+    EXPECT_EQ(rulesOf(checkFolder(folder)), "missing-model");
+    writeFile(folder + "/k7.lwo", "");
+    const std::vector<st_finding> missing = checkFolder(folder);
+    ASSERT_EQ(missing.size(), 14U);
+    EXPECT_EQ(missing[0].what, "tree3d.lwo, a model of the show, is missing");
+    EXPECT_EQ(missing[0].consequence, "the show goes on without it, after a message");
+    EXPECT_EQ(missing[1].consequence, "the show ends when it would first draw it");
+}
+
+// A pass over a damaged file with everything that lwoinfo does. Returns whether it had an object.
+static bool survives(const std::string &path, const std::string &bytes) {
+    writeFile(path, bytes);
+    const st_modelFile model = openModel(path);
+    const std::string document = objectJson(model).dump();
+    EXPECT_FALSE(Json::parse(document, nullptr, false).is_discarded());
+    if (model.object == nullptr)
+        return false;
+    EXPECT_NE(objectReport(model), "");
+    for (const st_finding &finding : checkModel(model))
+        EXPECT_EQ(findingLine(path, finding).find('\n'), std::string::npos);
+    return true;
+}
+
+TEST(ModelCheck, survivesDamagedFiles) {
+    Plank plank;
+    plank.maps += chunk("VMAD", "TXUV" + u2(2) + s0("wood") + entries(2, f4(0) + f4(0), vx(0)));
+    const std::string path = plank.write("case");
+    const std::string bytes = plank.bytes();
+    int readable = 0;
+    int unreadable = 0;
+    for (std::size_t at = 0; at < bytes.size(); at++) {
+        for (const char byte : {'\0', '\xFF'}) {
+            std::string damaged = bytes;
+            damaged[at] = byte;
+            (survives(path, damaged) ? readable : unreadable)++;
+        }
+        EXPECT_FALSE(survives(path, bytes.substr(0, at)));
+    }
+    EXPECT_GT(readable, 100);
+    EXPECT_GT(unreadable, 100);
+}
