@@ -4,7 +4,6 @@
 #include "tools/plainText.h"
 
 #include <cmath>
-#include <cstring>
 
 constexpr std::size_t LONGEST_NAME = 31; // bytes of a surface's name that the renderer keeps
 constexpr int LAYER_HIDDEN = 1;          // in st_lwLayer::flags
@@ -105,6 +104,10 @@ void countUses(st_checkedModel *model) {
     forEach(model->object->layers, [&](const st_lwLayer &layer) {
         for (int i = 0; i < layer.polygonList.count; i++)
             countPolygon(layer, layer.polygonList.polygons[i], model);
+        forEach(layer.vmaps, [&](const st_lwVMap &vmap) {
+            if (vmap.name != nullptr)
+                model->mapNames.insert(vmap.name);
+        });
     });
 }
 
@@ -222,17 +225,10 @@ static void namesakes(const st_checkedModel &model, st_ruleReport *to) {
 
 static const char *const NO_COORDINATES = "noise on triangles, a single colour on quads";
 
-// Of the texture, when the file has a map under it.
+// The map that the texture names, when there is one under that name; "" otherwise.
 static std::string otherMapOf(const st_checkedModel &model, const st_surfaceUse &use) {
     const char *wanted = use.surface->color.textures->param.imageMap.vmapName;
-    bool isThere = false;
-    forEach(model.object->layers, [&](const st_lwLayer &layer) {
-        forEach(layer.vmaps, [&](const st_lwVMap &vmap) {
-            isThere = isThere || (wanted != nullptr && vmap.name != nullptr &&
-                                  std::strcmp(vmap.name, wanted) == 0);
-        });
-    });
-    return isThere ? wanted : "";
+    return wanted != nullptr && model.mapNames.count(wanted) != 0 ? wanted : "";
 }
 
 static void uvMaps(const st_checkedModel &model, const st_surfaceUse &use, st_ruleReport *to) {

@@ -4,6 +4,7 @@
 #include "tools/modelCheck.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,9 @@ struct st_checkedModel {
     int withoutSurface;                                     // polygons
     std::map<int, std::vector<const st_lwClip *>> clips;    // those the renderer loads, by index
     std::map<const st_lwClip *, st_imageFacts> images;      // of these
+    std::set<std::string> mapNames;                         // of vertex maps, of all layers
+    std::map<std::string, std::string> files; // beside the model, by their lower-case names; only
+                                              // read when an image is missing
 };
 
 struct st_rule;

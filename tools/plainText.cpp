@@ -154,6 +154,9 @@ static std::size_t widthOf(const std::string &text) {
     }));
 }
 
+// A longer cell runs over instead of moving all others.
+constexpr std::size_t WIDEST_COLUMN = 64;
+
 struct st_column {
     std::size_t width;
     bool isRight;
@@ -169,7 +172,8 @@ static std::vector<st_column> measure(std::vector<std::vector<std::string>> *row
     }
     for (std::size_t r = 1; r < rows->size(); r++)
         for (std::size_t c = 0; c < (*rows)[r].size(); c++) {
-            layout[c].width = std::max(layout[c].width, widthOf((*rows)[r][c]));
+            const std::size_t width = std::min(widthOf((*rows)[r][c]), WIDEST_COLUMN);
+            layout[c].width = std::max(layout[c].width, width);
             layout[c].isEmpty = layout[c].isEmpty && (*rows)[r][c].empty();
         }
     return layout;
@@ -181,7 +185,8 @@ static std::string lineOf(const std::vector<std::string> &row,
     for (std::size_t c = 0; c < row.size(); c++) {
         if (layout[c].isEmpty)
             continue;
-        const std::string gap(layout[c].width - widthOf(row[c]), ' ');
+        const std::size_t width = std::min(widthOf(row[c]), layout[c].width);
+        const std::string gap(layout[c].width - width, ' ');
         line += "  " + (layout[c].isRight ? gap + row[c] : row[c] + gap);
     }
     return line.erase(line.find_last_not_of(' ') + 1);

@@ -7,8 +7,7 @@
 #include "tools/objectFacts.h"
 #include "tools/plainText.h"
 
-#include <strings.h>
-
+#include <cctype>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -60,19 +59,38 @@ static st_imageFacts lookAt(const std::string &path) {
     return facts;
 }
 
+static std::string fileName(const std::string &path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+static std::string lowerCase(std::string text) {
+    for (char &c : text)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
+
+static void listFiles(st_checkedModel *model) {
+    std::error_code failed;
+    fs::directory_iterator entry(model->directory, failed);
+    for (; !failed && entry != fs::directory_iterator(); entry.increment(failed)) {
+        const std::string name = entry->path().filename().string();
+        model->files[lowerCase(name)] = name;
+    }
+}
+
 void loadImages(st_checkedModel *model) {
     std::map<std::string, st_imageFacts> seen;
+    bool isComplete = true;
     for (const auto &[index, clips] : model->clips)
         for (const st_lwClip *clip : clips) {
             const std::string path = texturePath(clip, model->directory.c_str());
             if (!path.empty() && seen.count(path) == 0)
                 seen[path] = lookAt(path);
             model->images[clip] = seen[path];
+            isComplete = isComplete && !seen[path].isMissing;
         }
-}
-
-static std::string fileName(const std::string &path) {
-    return path.substr(path.rfind('/') + 1);
+    if (!isComplete)
+        listFiles(model);
 }
 
 static std::string imageLabel(const st_imageFacts &image) {
@@ -189,23 +207,11 @@ template <typename Visit> static void forLoadedImages(const st_checkedModel &mod
                   });
 }
 
-// The file in the folder whose name differs in case only; "" when there is none.
-static std::string otherCaseOf(const std::string &path) {
-    std::error_code failed;
-    for (const fs::directory_entry &entry :
-         fs::directory_iterator(fs::path(path).parent_path(), failed)) {
-        const std::string name = entry.path().filename().string();
-        if (strcasecmp(name.c_str(), fileName(path).c_str()) == 0)
-            return name;
-    }
-    return "";
-}
-
 static std::string missingRemedy(const st_checkedModel &model, const st_lwClip &clip,
                                  const std::string &path) {
-    const std::string other = otherCaseOf(path);
-    if (!other.empty())
-        return "rename " + printable(other) + ": upper and lower case count";
+    const auto other = model.files.find(lowerCase(fileName(path)));
+    if (other != model.files.end())
+        return "rename " + printable(other->second) + ": upper and lower case count";
     std::error_code ignored;
     const std::string named = clip.source.still.name;
     for (const fs::path &place : {fs::path(model.directory) / named, fs::path(named)})

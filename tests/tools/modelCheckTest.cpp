@@ -3,6 +3,7 @@
 #include "tests/tools/plankModel.h"
 #include "tools/objectJson.h"
 #include "tools/objectReport.h"
+#include "tools/plainText.h"
 
 #include <gtest/gtest.h>
 
@@ -221,6 +222,13 @@ TEST(ModelCheck, knowsWhatModelsAShowLacks) {
     EXPECT_EQ(missing[0].what, "tree3d.lwo, a model of the show, is missing");
     EXPECT_EQ(missing[0].consequence, "the show goes on without it, after a message");
     EXPECT_EQ(missing[1].consequence, "the show ends when it would first draw it");
+}
+
+TEST(PlainText, aLongCellDoesNotWidenItsColumn) {
+    EXPECT_EQ(columns({{"a", ">b", "c"}, {std::string(100, 'x'), "1", ""}, {"y", "22", ""}}),
+              "  a" + std::string(63, ' ') + "   b\n" +     //
+                  "  " + std::string(100, 'x') + "   1\n" + //
+                  "  y" + std::string(63, ' ') + "  22\n");
 }
 
 // A pass over a damaged file with everything that lwoinfo does. Returns whether it had an object.
