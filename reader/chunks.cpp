@@ -182,13 +182,3 @@ char *copyString(const char *string) {
 int compareStrings(const char *a, const char *b) {
     return std::strcmp(a == nullptr ? "" : a, b == nullptr ? "" : b);
 }
-
-bool skipVX(unsigned char **cursor, const unsigned char *end) {
-    if (*cursor >= end)
-        return false;
-    long size = **cursor == 0xFF ? 4 : 2;
-    if (end - *cursor < size)
-        return false;
-    *cursor += size;
-    return true;
-}

@@ -8,6 +8,8 @@
 
 #include "reader/lwo2.h"
 
+#include <cstring>
+
 // ------------------------------------------------------------------ chunks of a form
 
 // An object file while it is read.
@@ -86,6 +88,15 @@ st_lwClip *newClip();
 // Of the given type, enabled, opaque, of size 1, 1, 1 (texture). Null without memory.
 st_lwTexture *newTexture(unsigned int type);
 
+// ---------------------------------------------------------------------------- lists
+
+// Appends an item without walking the list again for each. last is what was appended latest, null
+// at first, and kept for the next call.
+template <typename Record> void appendRecord(Record **list, Record **last, Record *item) {
+    _lwListAdd(*last == nullptr ? list : last, item);
+    *last = item;
+}
+
 // -------------------------------------------------------------------- small steps
 
 // U2, for the int fields of records.
@@ -116,4 +127,55 @@ char *copyString(const char *string);
 int compareStrings(const char *a, const char *b);
 
 // Moves a memory cursor over a variable-length index; false when the bytes end within it.
-bool skipVX(unsigned char **cursor, const unsigned char *end);
+inline bool skipVX(unsigned char **cursor, const unsigned char *end) {
+    if (*cursor >= end)
+        return false;
+    long size = **cursor == 0xFF ? 4 : 2;
+    if (end - *cursor < size)
+        return false;
+    *cursor += size;
+    return true;
+}
+
+// -------------------------------------------------------------- the bulk of a chunk
+//
+// Points, polygons and maps are read from memory in loops that do nothing else: these leave
+// flen alone, and the caller knows that the bytes are there.
+
+inline unsigned int takeU2(unsigned char **cursor) {
+    const unsigned char *bytes = *cursor;
+    *cursor += 2;
+    return static_cast<unsigned int>(bytes[0]) << 8 | bytes[1];
+}
+
+inline unsigned int takeU4(unsigned char **cursor) {
+    const unsigned char *bytes = *cursor;
+    *cursor += 4;
+    return static_cast<unsigned int>(bytes[0]) << 24 | static_cast<unsigned int>(bytes[1]) << 16 |
+           static_cast<unsigned int>(bytes[2]) << 8 | bytes[3];
+}
+
+inline int takeVX(unsigned char **cursor) {
+    bool wide = **cursor == 0xFF;
+    return static_cast<int>(wide ? takeU4(cursor) & 0xFFFFFF : takeU2(cursor));
+}
+
+inline float takeF4(unsigned char **cursor) {
+    unsigned int bits = takeU4(cursor);
+    float value = 0.0F;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
+// ----------------------------------------------------------------- surfaces of tags
+
+// The object's surfaces by the names that are its tags, for all layers.
+struct st_tagSurfaces;
+
+// Null without memory.
+st_tagSurfaces *beginTagSurfaces(st_lwTagList *tagList, st_lwSurface **surfaces, int *surfaceCount);
+
+// Does for one layer what lwResolvePolySurfaces does.
+bool resolveTagSurfaces(st_tagSurfaces *tagSurfaces, st_lwPolygonList *polygonList);
+
+void endTagSurfaces(st_tagSurfaces *tagSurfaces);

@@ -16,6 +16,10 @@ constexpr unsigned char WIDE_INDEX = 0xFF;
 // the pad byte of an odd one can be read.
 constexpr int BLOCK_MARGIN = 2;
 
+// Blocks up to this size are read without asking first whether the file holds them: finding its
+// end takes longer than reading so little.
+constexpr int SMALL_BLOCK = 0x10000;
+
 // ------------------------------------------------------------------- shared steps
 
 static void countBytes(int size) {
@@ -89,7 +93,7 @@ int get_flen() {
 static char *allocateBlock(std::FILE *file, int size) {
     if (size < 0)
         return nullptr;
-    long left = bytesLeft(file);
+    long left = size > SMALL_BLOCK ? bytesLeft(file) : size;
     if (size > left) {
         std::fseek(file, std::max(left, 0L), SEEK_CUR);
         return nullptr;

@@ -155,15 +155,12 @@ static bool readChunks(st_form *form, st_lwObject *object) {
 // --------------------------------------------------------------------- the object
 
 // What the geometry of a layer implies, each step resting on the ones before.
-static bool deriveLayer(st_lwObject *object, st_lwLayer *layer) {
+static bool deriveLayer(st_lwLayer *layer, st_tagSurfaces *tagSurfaces) {
     st_lwPointList *points = &layer->pointList;
     st_lwPolygonList *polygons = &layer->polygonList;
     lwGetBoundingBox(points, layer->bbox);
     lwGetPolyNormals(points, polygons);
-    if (lwGetPointPolygons(points, polygons) == 0)
-        return false;
-    if (lwResolvePolySurfaces(polygons, &object->tagList, &object->surfaces,
-                              &object->surfaceCount) == 0)
+    if (lwGetPointPolygons(points, polygons) == 0 || !resolveTagSurfaces(tagSurfaces, polygons))
         return false;
     lwGetVertNormals(points, polygons);
     return lwGetPointVMaps(points, layer->vmaps) != 0 &&
@@ -171,10 +168,15 @@ static bool deriveLayer(st_lwObject *object, st_lwLayer *layer) {
 }
 
 static bool deriveLayers(st_lwObject *object) {
-    for (st_lwLayer *layer = object->layers; layer != nullptr; layer = layer->next)
-        if (!deriveLayer(object, layer))
-            return false;
-    return true;
+    st_tagSurfaces *tagSurfaces =
+        beginTagSurfaces(&object->tagList, &object->surfaces, &object->surfaceCount);
+    if (tagSurfaces == nullptr)
+        return false;
+    st_lwLayer *layer = object->layers;
+    while (layer != nullptr && deriveLayer(layer, tagSurfaces))
+        layer = layer->next;
+    endTagSurfaces(tagSurfaces);
+    return layer == nullptr;
 }
 
 st_lwObject *lwGetObject(const char *path, unsigned int *failID, int *failpos) {

@@ -10,7 +10,7 @@
 // The surface number that closes a polygon, as a tag index. A negative one says that a count
 // of detail polygons follows, which are in no way special: the count is skipped.
 static int getSurfaceTag(unsigned char **cursor) {
-    int number = sgetI2(cursor);
+    int number = static_cast<std::int16_t>(takeU2(cursor));
     if (number < 0)
         *cursor += 2;
     return std::abs(number) - 1;
@@ -22,7 +22,7 @@ static bool countPolygons(unsigned char *cursor, const unsigned char *end, int *
     while (cursor < end) {
         if (end - cursor < 4)
             return false;
-        int vertexCount = static_cast<int>(sgetU2(&cursor));
+        int vertexCount = static_cast<int>(takeU2(&cursor));
         if (end - cursor < 2L * vertexCount + 2)
             return false;
         cursor += 2L * vertexCount;
@@ -38,11 +38,11 @@ static void readPolygons(unsigned char *cursor, st_lwPolygonList *list, int poin
     st_lwPolygonVertex *vertex = list->polygons[0].vertices + list->vertexOffset;
     for (int i = list->offset; i < list->count; i++) {
         st_lwPolygon *polygon = &list->polygons[i];
-        polygon->vertexCount = static_cast<int>(sgetU2(&cursor));
+        polygon->vertexCount = static_cast<int>(takeU2(&cursor));
         polygon->type = lwID("FACE");
         polygon->vertices = vertex;
         for (int j = 0; j < polygon->vertexCount; j++, vertex++)
-            vertex->index = static_cast<int>(sgetU2(&cursor)) + pointOffset;
+            vertex->index = static_cast<int>(takeU2(&cursor)) + pointOffset;
         polygon->surfaceTag = getSurfaceTag(&cursor);
     }
 }
@@ -51,11 +51,9 @@ static bool appendPolygons(unsigned char *block, int size, st_lwPolygonList *lis
                            int pointOffset) {
     int npolygons = 0;
     int nvertices = 0;
-    set_flen(0);
     if (!countPolygons(block, block + size, &npolygons, &nvertices) ||
         lwAllocPolygons(list, npolygons, nvertices) == 0)
         return false;
-    set_flen(0);
     readPolygons(block, list, pointOffset);
     return true;
 }

@@ -1,9 +1,9 @@
 // The geometry of a layer: points, polygons and the tags that name their surfaces, read into
-// growing arrays; and what follows from it: bounding box, normals, who uses which point.
+// growing arrays; and the box around it.
 #include "reader/chunks.h"
 #include "reader/lwo2.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -53,17 +53,28 @@ void lwFreeTags(st_lwTagList *tagList) {
 
 // ------------------------------------------------------------------------- growing
 
+// Arrays have room for their count rounded up to this, so that a file of many small chunks does
+// not move them for each. The room follows from the count alone: it need not be kept.
+static std::size_t roomFor(int count) {
+    std::size_t wanted = static_cast<std::size_t>(count);
+    std::size_t step = 1;
+    while (8 * step < wanted)
+        step *= 2;
+    return std::max<std::size_t>((wanted + step - 1) / step * step, 1);
+}
+
 // Grows an array by zeroed records; null, and the array as it was, without memory. There is
 // room for one record even in an empty array, so that null has no other meaning.
 static void *growArray(void *array, int count, int added, std::size_t recordSize) {
     if (added > INT32_MAX - count)
         return nullptr;
-    std::size_t oldSize = static_cast<std::size_t>(count) * recordSize;
-    std::size_t addedSize = static_cast<std::size_t>(added) * recordSize;
-    std::size_t newSize = oldSize + addedSize;
-    void *grown = std::realloc(array, newSize == 0 ? recordSize : newSize);
+    std::size_t room = roomFor(count + added);
+    if (array == nullptr)
+        return std::calloc(room, recordSize);
+    void *grown = room == roomFor(count) ? array : std::realloc(array, room * recordSize);
     if (grown != nullptr)
-        std::memset(static_cast<char *>(grown) + oldSize, 0, addedSize);
+        std::memset(static_cast<char *>(grown) + static_cast<std::size_t>(count) * recordSize, 0,
+                    static_cast<std::size_t>(added) * recordSize);
     return grown;
 }
 
@@ -87,6 +98,18 @@ static bool growTags(st_lwTagList *list, int added) {
     return true;
 }
 
+// Points polygons at their vertices, which begin where those of the first one do.
+static void pointAtVertices(st_lwPolygon *polygons, int count) {
+    for (int i = 1; i < count; i++)
+        polygons[i].vertices = polygons[i - 1].vertices + polygons[i - 1].vertexCount;
+}
+
+// Whether the vertices lie where the last of the polygons believes them.
+static bool areAtVertices(const st_lwPolygon *polygons, int count, int vertexCount) {
+    const st_lwPolygon *last = &polygons[count - 1];
+    return last->vertices + last->vertexCount == polygons[0].vertices + vertexCount;
+}
+
 int lwAllocPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices) {
     int oldCount = polygonList->count;
     int oldVertexCount = polygonList->vertexCount;
@@ -107,10 +130,8 @@ int lwAllocPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices)
     polygonList->count += npolygons;
     polygonList->vertexOffset = oldVertexCount;
     polygonList->vertexCount += nvertices;
-    for (int i = 1; i < oldCount; i++) {
-        const st_lwPolygon *previous = &polygonList->polygons[i - 1];
-        polygonList->polygons[i].vertices = previous->vertices + previous->vertexCount;
-    }
+    if (oldCount > 1 && !areAtVertices(polygonList->polygons, oldCount, oldVertexCount))
+        pointAtVertices(polygonList->polygons, oldCount);
     return 1;
 }
 
@@ -120,17 +141,16 @@ int lwGetPoints(std::FILE *file, int size, st_lwPointList *pointList) {
     // Deliberate: the odd byte stays where it is.
     if (size == 1)
         return 1;
-    float *coordinates = static_cast<float *>(getbytes(file, size));
-    int added = size / POINT_SIZE;
-    if (coordinates == nullptr || !growPoints(pointList, added)) {
-        std::free(coordinates);
+    unsigned char *block = static_cast<unsigned char *>(getbytes(file, size));
+    if (block == nullptr || !growPoints(pointList, size / POINT_SIZE)) {
+        std::free(block);
         return 0;
     }
-    revbytes(coordinates, sizeof(float), 3 * added);
-    for (int i = 0; i < added; i++)
-        std::memcpy(pointList->points[pointList->offset + i].position, coordinates + 3 * i,
-                    sizeof(float[3]));
-    std::free(coordinates);
+    unsigned char *cursor = block;
+    for (int i = pointList->offset; i < pointList->count; i++)
+        for (float &coordinate : pointList->points[i].position)
+            coordinate = takeF4(&cursor);
+    std::free(block);
     return 1;
 }
 
@@ -140,7 +160,7 @@ static bool countPolygons(unsigned char *cursor, const unsigned char *end, int *
     while (cursor < end) {
         if (end - cursor < 2)
             return false;
-        int vertexCount = static_cast<int>(sgetU2(&cursor) & VERTEX_COUNT_MASK);
+        int vertexCount = static_cast<int>(takeU2(&cursor) & VERTEX_COUNT_MASK);
         for (int i = 0; i < vertexCount; i++)
             if (!skipVX(&cursor, end))
                 return false;
@@ -156,13 +176,13 @@ static void readPolygons(unsigned char *cursor, unsigned int type, st_lwPolygonL
     st_lwPolygonVertex *vertex = list->polygons[0].vertices + list->vertexOffset;
     for (int i = list->offset; i < list->count; i++) {
         st_lwPolygon *polygon = &list->polygons[i];
-        unsigned int word = sgetU2(&cursor);
+        unsigned int word = takeU2(&cursor);
         polygon->vertexCount = static_cast<int>(word & VERTEX_COUNT_MASK);
         polygon->flags = static_cast<int>(word & FLAGS_MASK);
         polygon->type = type;
         polygon->vertices = vertex;
         for (int j = 0; j < polygon->vertexCount; j++, vertex++)
-            vertex->index = sgetVX(&cursor) + pointOffset;
+            vertex->index = takeVX(&cursor) + pointOffset;
     }
 }
 
@@ -170,11 +190,9 @@ static bool appendPolygons(unsigned char *block, int size, unsigned int type,
                            st_lwPolygonList *list, int pointOffset) {
     int npolygons = 0;
     int nvertices = 0;
-    set_flen(0);
     if (!countPolygons(block, block + size, &npolygons, &nvertices) ||
         lwAllocPolygons(list, npolygons, nvertices) == 0)
         return false;
-    set_flen(0);
     if (npolygons > 0)
         readPolygons(block, type, list, pointOffset);
     return true;
@@ -236,6 +254,24 @@ static void storeTag(st_lwPolygon *polygon, unsigned int type, int tag) {
     }
 }
 
+// Stores the pairs of a chunk; false when the last one is cut short, and for a polygon outside
+// the list.
+static bool storeTags(unsigned char *cursor, const unsigned char *end, unsigned int type,
+                      const st_lwTagList *tagList, st_lwPolygonList *polygonList) {
+    while (cursor < end) {
+        unsigned char *pair = cursor;
+        bool whole = skipVX(&cursor, end);
+        if (!whole || !skipVX(&cursor, end))
+            return false;
+        int polygon = takeVX(&pair) + polygonList->offset;
+        int tag = takeVX(&pair) + tagList->offset;
+        if (polygon >= polygonList->count)
+            return false;
+        storeTag(&polygonList->polygons[polygon], type, tag);
+    }
+    return true;
+}
+
 int lwGetPolygonTags(std::FILE *file, int size, st_lwTagList *tagList,
                      st_lwPolygonList *polygonList) {
     set_flen(0);
@@ -246,20 +282,15 @@ int lwGetPolygonTags(std::FILE *file, int size, st_lwTagList *tagList,
         skipbytes(file, size - 4);
         return get_flen() < 0 ? 0 : 1;
     }
-    while (get_flen() < size) {
-        int polygon = getVX(file) + polygonList->offset;
-        int tag = getVX(file) + tagList->offset;
-        // getVX does not see the end of the file.
-        if (get_flen() < 0 || get_flen() > size || std::feof(file) != 0)
-            return 0;
-        if (polygon >= polygonList->count)
-            return 0;
-        storeTag(&polygonList->polygons[polygon], type, tag);
-    }
-    return 1;
+    if (size <= 4)
+        return 1;
+    unsigned char *pairs = static_cast<unsigned char *>(getbytes(file, size - 4));
+    bool done = pairs != nullptr && storeTags(pairs, pairs + size - 4, type, tagList, polygonList);
+    std::free(pairs);
+    return done ? 1 : 0;
 }
 
-// -------------------------------------------------------------------- derivations
+// --------------------------------------------------------------------- bounding box
 
 void lwGetBoundingBox(st_lwPointList *pointList, float bbox[6]) {
     if (pointList->count == 0)
@@ -279,188 +310,4 @@ void lwGetBoundingBox(st_lwPointList *pointList, float bbox[6]) {
             if (coordinate > bbox[axis + 3])
                 bbox[axis + 3] = coordinate;
         }
-}
-
-static bool isPoint(const st_lwPointList *list, int index) {
-    return index >= 0 && index < list->count;
-}
-
-static void getPolyNormal(const st_lwPointList *points, st_lwPolygon *polygon) {
-    int first = polygon->vertices[0].index;
-    int second = polygon->vertices[1].index;
-    int last = polygon->vertices[polygon->vertexCount - 1].index;
-    // lwGetPointPolygons is the one to refuse such a polygon.
-    if (!isPoint(points, first) || !isPoint(points, second) || !isPoint(points, last))
-        return;
-    float toSecond[3];
-    float toLast[3];
-    for (int axis = 0; axis < 3; axis++) {
-        float origin = points->points[first].position[axis];
-        toSecond[axis] = points->points[second].position[axis] - origin;
-        toLast[axis] = points->points[last].position[axis] - origin;
-    }
-    cross(toSecond, toLast, polygon->normal);
-    normalize(polygon->normal);
-}
-
-void lwGetPolyNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
-    for (int i = 0; i < polygonList->count; i++)
-        if (polygonList->polygons[i].vertexCount >= 3)
-            getPolyNormal(pointList, &polygonList->polygons[i]);
-}
-
-// Counts how often each point is used; false when a polygon uses a point that is not there.
-static bool countPointPolygons(st_lwPointList *points, const st_lwPolygonList *polygons) {
-    for (int i = 0; i < polygons->count; i++) {
-        const st_lwPolygon *polygon = &polygons->polygons[i];
-        for (int j = 0; j < polygon->vertexCount; j++) {
-            if (!isPoint(points, polygon->vertices[j].index))
-                return false;
-            points->points[polygon->vertices[j].index].polygonCount++;
-        }
-    }
-    return true;
-}
-
-// Makes room for what was counted and starts the counts over.
-static bool allocPointPolygons(st_lwPointList *points) {
-    for (int i = 0; i < points->count; i++) {
-        st_lwPoint *point = &points->points[i];
-        if (point->polygonCount == 0)
-            continue;
-        std::size_t size = static_cast<std::size_t>(point->polygonCount) * sizeof(int);
-        point->polygons = static_cast<int *>(std::malloc(size));
-        if (point->polygons == nullptr)
-            return false;
-        point->polygonCount = 0;
-    }
-    return true;
-}
-
-int lwGetPointPolygons(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
-    if (!countPointPolygons(pointList, polygonList) || !allocPointPolygons(pointList))
-        return 0;
-    for (int i = 0; i < polygonList->count; i++) {
-        const st_lwPolygon *polygon = &polygonList->polygons[i];
-        for (int j = 0; j < polygon->vertexCount; j++) {
-            st_lwPoint *point = &pointList->points[polygon->vertices[j].index];
-            point->polygons[point->polygonCount++] = i;
-        }
-    }
-    return 1;
-}
-
-// The surfaces that the tags name, while the polygons of a layer are given theirs.
-struct st_tagSurfaces {
-    const st_lwTagList *tagList;
-    st_lwSurface **found;   // one for each tag, and one for the index past the last tag
-    st_lwSurface **list;    // of the object
-    int *count;             // of the list
-    st_lwSurface *defaults; // first default surface made here; null: none yet
-    st_lwSurface *latest;   // last default surface made here, the end of the list
-};
-
-// Only among the surfaces that were there before: each of two equal tags without a surface
-// gets one of its own.
-static st_lwSurface *findSurface(const st_tagSurfaces *surfaces, const char *name) {
-    st_lwSurface *surface = *surfaces->list;
-    while (surface != surfaces->defaults && compareStrings(surface->name, name) != 0)
-        surface = surface->next;
-    return surface == surfaces->defaults ? nullptr : surface;
-}
-
-static st_lwSurface *addDefaultSurface(st_tagSurfaces *surfaces, const char *name) {
-    st_lwSurface *surface = lwDefaultSurface();
-    if (surface == nullptr)
-        return nullptr;
-    surface->name = copyString(name);
-    if (surface->name == nullptr) {
-        lwFreeSurface(surface);
-        return nullptr;
-    }
-    bool first = surfaces->defaults == nullptr;
-    _lwListAdd(first ? surfaces->list : &surfaces->latest, surface);
-    ++*surfaces->count;
-    if (first)
-        surfaces->defaults = surface;
-    surfaces->latest = surface;
-    return surface;
-}
-
-// The surface of a tag index; null when the index is out of range, or without memory.
-static st_lwSurface *surfaceOfTag(st_tagSurfaces *surfaces, std::intptr_t tag) {
-    int tagCount = surfaces->tagList->count;
-    // Deliberate: an index equal to the number of tags passes, as a nameless tag.
-    if (tag < 0 || tag > tagCount)
-        return nullptr;
-    st_lwSurface **slot = &surfaces->found[tag];
-    const char *name = tag < tagCount ? surfaces->tagList->tags[tag] : nullptr;
-    if (*slot == nullptr && tag < tagCount)
-        *slot = findSurface(surfaces, name);
-    if (*slot == nullptr)
-        *slot = addDefaultSurface(surfaces, name);
-    return *slot;
-}
-
-static bool resolvePolygons(st_lwPolygonList *polygonList, st_tagSurfaces *surfaces) {
-    for (int i = 0; i < polygonList->count; i++) {
-        st_lwPolygon *polygon = &polygonList->polygons[i];
-        st_lwSurface *surface = surfaceOfTag(surfaces, polygon->surfaceTag);
-        if (surface == nullptr)
-            return false;
-        polygon->surface = surface;
-    }
-    return true;
-}
-
-int lwResolvePolySurfaces(st_lwPolygonList *polygonList, st_lwTagList *tagList,
-                          st_lwSurface **surfaces, int *surfaceCount) {
-    if (tagList->count == 0) {
-        for (int i = 0; i < polygonList->count; i++)
-            polygonList->polygons[i].surface = nullptr;
-        return 1;
-    }
-    std::size_t slots = static_cast<std::size_t>(tagList->count) + 1;
-    // NOLINTNEXTLINE(bugprone-sizeof-expression): pointers are what it holds.
-    st_lwSurface **found = static_cast<st_lwSurface **>(std::calloc(slots, sizeof *found));
-    if (found == nullptr)
-        return 0;
-    st_tagSurfaces named = {tagList, found, surfaces, surfaceCount, nullptr, nullptr};
-    bool done = resolvePolygons(polygonList, &named);
-    std::free(found);
-    return done ? 1 : 0;
-}
-
-// Adds to a corner the normals of those neighbours around its point that meet its polygon at
-// no more than the smoothing angle.
-static void smoothVertex(const st_lwPointList *points, const st_lwPolygonList *polygons, int own,
-                         st_lwPolygonVertex *vertex, float smoothing) {
-    const st_lwPolygon *polygon = &polygons->polygons[own];
-    const st_lwPoint *point = &points->points[vertex->index];
-    for (int i = 0; i < point->polygonCount; i++) {
-        int other = point->polygons[i];
-        const st_lwPolygon *neighbour = &polygons->polygons[other];
-        if (other == own || neighbour->smoothGroup != polygon->smoothGroup)
-            continue;
-        double angle = std::acos(dot(polygon->normal, neighbour->normal));
-        // Not a number where rounding takes the product past 1: no angle at all, so smooth.
-        if (angle > static_cast<double>(smoothing))
-            continue;
-        for (int axis = 0; axis < 3; axis++)
-            vertex->normal[axis] += neighbour->normal[axis];
-    }
-    normalize(vertex->normal);
-}
-
-void lwGetVertNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
-    for (int i = 0; i < polygonList->count; i++) {
-        st_lwPolygon *polygon = &polygonList->polygons[i];
-        float smoothing = polygon->surface == nullptr ? 0.0F : polygon->surface->smoothing;
-        for (int j = 0; j < polygon->vertexCount; j++) {
-            st_lwPolygonVertex *vertex = &polygon->vertices[j];
-            std::memcpy(vertex->normal, polygon->normal, sizeof vertex->normal);
-            if (smoothing > 0.0F)
-                smoothVertex(pointList, polygonList, i, vertex, smoothing);
-        }
-    }
 }

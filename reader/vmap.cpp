@@ -83,12 +83,13 @@ static bool allocVMap(st_lwVMap *vmap) {
 }
 
 static void readEntries(unsigned char *cursor, st_lwVMap *vmap) {
+    float *value = vmap->values == nullptr ? nullptr : vmap->values[0];
     for (int i = 0; i < vmap->count; i++) {
-        vmap->pointIndices[i] = sgetVX(&cursor);
+        vmap->pointIndices[i] = takeVX(&cursor);
         if (vmap->perPolygon != 0)
-            vmap->polygonIndices[i] = sgetVX(&cursor);
+            vmap->polygonIndices[i] = takeVX(&cursor);
         for (int j = 0; j < vmap->dimension; j++)
-            vmap->values[i][j] = sgetF4(&cursor);
+            *value++ = takeF4(&cursor);
     }
 }
 
@@ -151,7 +152,15 @@ static void addPointRefs(st_lwPointList *pointList, st_lwVMap *vmap) {
     }
 }
 
+static bool hasMaps(const st_lwVMap *vmaps, int perPolygon) {
+    while (vmaps != nullptr && (vmaps->perPolygon != 0) != (perPolygon != 0))
+        vmaps = vmaps->next;
+    return vmaps != nullptr;
+}
+
 int lwGetPointVMaps(st_lwPointList *pointList, st_lwVMap *vmaps) {
+    if (!hasMaps(vmaps, 0))
+        return 1;
     for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
         if (vmap->perPolygon == 0 && !countPointRefs(pointList, vmap))
             return 0;
@@ -203,6 +212,8 @@ static bool allocCornerRefs(st_lwPolygon *polygon) {
 }
 
 int lwGetPolyVMaps(st_lwPolygonList *polygonList, st_lwVMap *vmaps) {
+    if (!hasMaps(vmaps, 1))
+        return 1;
     for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
         if (vmap->perPolygon != 0 && !countCornerRefs(polygonList, vmap))
             return 0;
