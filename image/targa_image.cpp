@@ -21,9 +21,14 @@ constexpr int DESCRIPTOR_ORIGIN = 0x30;
 // Larger images are refused: no texture is as large, and a header alone could ask for 128 GB.
 constexpr std::int64_t MAX_SIZE = INT_MAX;
 
+// A run-length image whose file could not fill it is cut short and loads, unless it is larger than
+// this: 4096 by 4096 pixels of 4 bytes.
+constexpr std::int64_t MAX_CUT_SIZE = 64 << 20;
+
 constexpr int BLOCK_SIZE = 4096;
 constexpr int PACKET_RUN = 0x80;
 constexpr int PACKET_COUNT = 0x7F;
+constexpr int PACKET_PIXELS = PACKET_COUNT + 1; // at most
 
 struct st_targaHeader {
     int idLength;   // bytes
@@ -82,12 +87,20 @@ static char *readId(int file, int idLength) {
     return id;
 }
 
-// A plain image that the rest of the file cannot fill is known before memory is asked for.
-static int fileHolds(int file, std::int64_t size) {
+// Bytes from the position to the end; for what is no file but a stream, as many as there may be.
+static std::int64_t bytesLeft(int file) {
     struct stat status = {};
     if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode))
-        return 1;
-    return status.st_size - lseek(file, 0, SEEK_CUR) >= size;
+        return MAX_SIZE;
+    return status.st_size - lseek(file, 0, SEEK_CUR);
+}
+
+// An image that the rest of the file cannot fill is known before memory is asked for.
+static int isPlausible(int file, const st_targaHeader *header, std::int64_t size) {
+    const std::int64_t left = bytesLeft(file);
+    if ((header->type & TYPE_RUN_LENGTH) == 0)
+        return size <= std::min(left, MAX_SIZE);
+    return size <= std::min(std::max(left * PACKET_PIXELS, MAX_CUT_SIZE), MAX_SIZE);
 }
 
 // Gets size bytes into the block, if the file has any more; they may still be fewer. Returns 0
@@ -175,8 +188,7 @@ static int readPixels(int file, const st_targaHeader *header, unsigned char *pix
     return 1;
 }
 
-// Zeroed memory for the pixels. Pages that no packet reaches are never touched, so a large
-// run-length image in a small file costs address space only.
+// Zeroed memory for the pixels: what no packet reaches is black.
 static unsigned char *allocatePixels(std::int64_t size) {
     return static_cast<unsigned char *>(
         std::calloc(static_cast<std::size_t>(std::max<std::int64_t>(size, 1)), 1));
@@ -232,10 +244,8 @@ st_image *targa_image_load(const char *path, int capacity, unsigned char *buffer
     char *id = readId(file, header.idLength);
     const std::int64_t size =
         static_cast<std::int64_t>(header.width) * ((header.depth + 7) / 8) * header.height;
-    const bool isPlausible =
-        size <= MAX_SIZE && ((header.type & TYPE_RUN_LENGTH) != 0 || fileHolds(file, size));
     st_image *image = nullptr;
-    if (isPlausible)
+    if (isPlausible(file, &header, size))
         image = readImage(file, &header, id, size, capacity >= size ? buffer : nullptr);
     if (image == nullptr)
         std::free(id);

@@ -108,6 +108,9 @@ void getEnvValue(std::FILE *file, st_lwEnvValue *target);
 // Three F4.
 void getVector(std::FILE *file, float vector[3]);
 
+// Whether so many bytes are left of the file, for readers that ask for memory first.
+bool fileHolds(std::FILE *file, int size);
+
 // The bytes of a sub-chunk of the given length that flen does not count yet: an owned block.
 // A sub-chunk already overrun fails.
 void *getRest(std::FILE *file, int length);

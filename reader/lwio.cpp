@@ -1,6 +1,7 @@
 // Numbers, strings and blocks as they stand in an object file: big-endian, strings and
 // indices of even length. Every reader adds what it consumed to flen, which is also the one
 // error flag: READ_FAILED makes all readers do nothing until the next set_flen.
+#include "reader/chunks.h"
 #include "reader/lwo2.h"
 
 #include <algorithm>
@@ -74,6 +75,10 @@ static long bytesLeft(std::FILE *file) {
         return -1;
     long end = std::ftell(file);
     return std::fseek(file, position, SEEK_SET) == 0 ? end - position : -1;
+}
+
+bool fileHolds(std::FILE *file, int size) {
+    return size <= bytesLeft(file);
 }
 
 // ------------------------------------------------------------------- the counter

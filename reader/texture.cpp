@@ -7,8 +7,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-// What FKEY's length is divided by to get the number of keys. Deliberate: a key takes only 20
-// bytes in the file, so the last keys of a gradient are lost.
+// What a key takes in the file, and what FKEY's length is divided by to get the number of keys.
+// Deliberate: that is more, so the last keys of a gradient are lost.
+constexpr int GRADIENT_KEY_SIZE = 20;
 constexpr int GRADIENT_KEY_STRIDE = 28;
 
 // ------------------------------------------------------------------------- release
@@ -166,9 +167,12 @@ int lwGetProcedural(std::FILE *file, int rsz, st_lwTexture *texture) {
 
 // ---------------------------------------------------------------------- gradients
 
-// Zeroed, with room for one entry even when none is asked for; flen fails without memory.
-static void *allocEntries(int count, std::size_t entrySize) {
-    void *entries = std::calloc(static_cast<std::size_t>(std::max(count, 1)), entrySize);
+// Zeroed, with room for one entry even when none is asked for; flen fails without memory, and
+// when the file does not hold them, at fileSize bytes each.
+static void *allocEntries(std::FILE *file, int count, int fileSize, std::size_t entrySize) {
+    void *entries = nullptr;
+    if (fileHolds(file, count * fileSize))
+        entries = std::calloc(static_cast<std::size_t>(std::max(count, 1)), entrySize);
     if (entries == nullptr)
         set_flen(READ_FAILED);
     return entries;
@@ -177,7 +181,8 @@ static void *allocEntries(int count, std::size_t entrySize) {
 static void getGradientKeys(std::FILE *file, int length, st_lwGradient *gradient) {
     int count = length / GRADIENT_KEY_STRIDE;
     std::free(gradient->keys);
-    gradient->keys = static_cast<st_lwGradKey *>(allocEntries(count, sizeof(st_lwGradKey)));
+    gradient->keys = static_cast<st_lwGradKey *>(
+        allocEntries(file, count, GRADIENT_KEY_SIZE, sizeof(st_lwGradKey)));
     if (gradient->keys == nullptr)
         return;
     for (int i = 0; i < count; i++) {
@@ -191,7 +196,7 @@ static void getInterpolations(std::FILE *file, int length, st_lwGradient *gradie
     int count = length / 2;
     std::free(gradient->interpolations);
     gradient->interpolations =
-        static_cast<std::uint16_t *>(allocEntries(count, sizeof(std::uint16_t)));
+        static_cast<std::uint16_t *>(allocEntries(file, count, 2, sizeof(std::uint16_t)));
     if (gradient->interpolations == nullptr)
         return;
     for (int i = 0; i < count; i++)

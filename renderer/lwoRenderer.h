@@ -120,7 +120,8 @@ struct internalColorStateArgList {
 
 // Loads the model at path for contextCount (1 to 3) contexts. Returns null when the file cannot
 // be read, after one line on standard output; so also when the path's directory is longer than
-// st_rObj::dir holds, and when the model would take more than 1 GB.
+// st_rObj::dir holds, and when the model would take more than 1 GB, or
+// more than 64 MB for what layers and surfaces of one name multiply.
 st_lwoObj *newLwoObj(const char *path, int contextCount);
 
 // Loads the object at path into obj->object and returns its render objects (obj->rObjCount of
@@ -141,8 +142,8 @@ st_rObj *makeRObjs(int count);
 // a surface has two colour textures.
 void makeSubObjs(st_lwObject *object, st_rObj *rObj, int layerIndex);
 
-// Returns 1 when the sub-objects of all the object's layers would fit a limit of 1 GB, else 0.
-// Changes names like makeSubObjs.
+// Returns 1 when the sub-objects of all the object's layers would fit the limits of newLwoObj, else
+// 0. Changes names like makeSubObjs.
 int subObjsFit(st_lwObject *object);
 
 // ------------------------------------------------------------ textures (textures.cpp)

@@ -15,9 +15,11 @@
 constexpr int TRI_FLOATS = 3 * VERTEX_ROOM;
 constexpr int QUAD_FLOATS = 4 * VERTEX_ROOM;
 
-// Largest model that is built. Sub-objects multiply (surfaces by layers, polygons by surfaces of
-// one name), so without a limit a small file could ask for all memory there is.
+// Largest model that is built, and how much of it may come from what multiplies (surfaces by
+// layers, polygons by surfaces of one name): without these limits a small file could ask for all
+// memory there is.
 constexpr double MAX_MODEL_BYTES = 1e9;
+constexpr double MAX_MULTIPLIED_BYTES = 64e6;
 constexpr int EMPTY_ARRAY_BYTES = 32; // what an array of nothing takes from the heap
 constexpr int MAX_LAYERS = 0x10000;   // layer numbers have 16 bits
 
@@ -251,8 +253,9 @@ int subObjsFit(st_lwObject *object) {
         polygonCount += layer->polygonList.count;
     const double subObjCount = static_cast<double>(object->layerCount) * object->surfaceCount;
     const double subObjBytes = sizeof(st_subObj) + 2 * EMPTY_ARRAY_BYTES;
-    const double polygonBytes = (QUAD_FLOATS + 2 * COLOR_ROOM) * sizeof(float);
-    return object->layerCount <= MAX_LAYERS &&
-           subObjCount * subObjBytes + polygonCount * countNamesakes(object) * polygonBytes <=
-               MAX_MODEL_BYTES;
+    const double polygonBytes = polygonCount * (QUAD_FLOATS + 2 * COLOR_ROOM) * sizeof(float);
+    const double multiplied =
+        subObjCount * subObjBytes + polygonBytes * std::max(countNamesakes(object) - 1, 0);
+    return object->layerCount <= MAX_LAYERS && multiplied <= MAX_MULTIPLIED_BYTES &&
+           multiplied + polygonBytes <= MAX_MODEL_BYTES;
 }

@@ -1,0 +1,74 @@
+// Object files through the whole renderer. It frees nothing, so that is done here.
+#include "fuzz/targets.h"
+
+#include "renderer/celShading.h"
+#include "renderer/lwoRenderer.h"
+#include "tests/support/allocations.h"
+#include "tests/support/checkModel.h"
+#include "tests/support/memoryFile.h"
+#include "tests/support/targaWriter.h"
+#include "tests/support/testFolder.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+// What a model may take besides the file's share: a sub-object for every surface in every layer.
+constexpr std::size_t MOST_SUB_OBJECTS = 64UL * 1024 * 1024;
+
+static std::string modelPath() {
+    static const bool prepared = [] {
+        writeFile(testPath("a.tga"), targa(2, 1, 1, 24, 0, "abc"));
+        writeFile(testPath("top.tga"), targa(2, 1, 1, 32, 0x28, "abcd"));
+        writeFile(testPath("grey.tga"), targa(3, 1, 1, 8, 0, "a"));
+        return true;
+    }();
+    return prepared ? testPath("model.lwo") : "";
+}
+
+static bool hangsRenderer(const std::string &path) {
+    watchAllocations();
+    const st_lwObject *object = lwGetObject(path.c_str(), nullptr, nullptr);
+    const bool hangs = object != nullptr && hasTwoColorTextures(*object);
+    releaseHeld();
+    return hangs;
+}
+
+static void useModel(st_lwoObj *model) {
+    const float rgba[4] = {1, 0.5F, 0, 1};
+    for (int i = 0; i < model->rObjCount; i++) {
+        setObjShadeModel(model->object, &model->rObjs[i], i, SHADE_FLAT);
+        setObjShadeModel(model->object, &model->rObjs[i], i, SHADE_SMOOTH);
+        forAllSubObjsDo(reverseModel, &model->rObjs[i], nullptr);
+    }
+    drawLwo(model, 0);
+    setFillColor(model, rgba, ALL_LAYERS);
+    for (int i = 0; i < model->rObjCount; i++) {
+        forAllSubObjsDo(switchBuffers, &model->rObjs[i], nullptr);
+        forAllSubObjsDo(copyCarrays, &model->rObjs[i], nullptr);
+    }
+    showNormals(model, 1, ALL_LAYERS);
+    drawLwo(model, 1);
+    enableCelShading(model, 1);
+    drawLwo(model, 1);
+    subSetRGB(model, rgba, 0, "b");
+}
+
+void fuzzModel(const std::uint8_t *data, std::size_t size) {
+    const std::string path = modelPath();
+    writeFile(path, {data, data + size});
+    // A surface of two colour textures hangs the renderer, deliberately.
+    if (hangsRenderer(path))
+        return;
+    const int lowestFree = lowestFreeDescriptor();
+    watchAllocations();
+    st_lwoObj *model = newLwoObj(path.c_str(), 2);
+    demand(peakBytes() <= 2 * memoryAllowance(size) + MOST_SUB_OBJECTS,
+           "memory as the size of the file");
+    if (model != nullptr) {
+        const std::string problem = modelProblem(*model);
+        demand(problem.empty(), problem.c_str());
+        useModel(model);
+    }
+    releaseHeld();
+    closeFrom(lowestFree);
+}
