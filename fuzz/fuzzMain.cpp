@@ -1,17 +1,17 @@
 // What libFuzzer calls; one program for each target.
 #include "fuzz/targets.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 
-extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
-// The renderer's messages are of no interest.
-int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/) {
-    return std::freopen("/dev/null", "w", stdout) == nullptr ? 1 : 0;
-}
-
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-    FUZZ_TARGET(data, size);
+    const st_verdict verdict = FUZZ_TARGET({data, data + size});
+    if (!verdict.problem.empty()) {
+        std::fprintf(stderr, "DOES NOT HOLD: %s\n", verdict.problem.c_str());
+        std::abort();
+    }
     return 0;
 }

@@ -1,31 +1,38 @@
-// One input after another to everything that reads files of strangers. A target ends the process
-// with a line on standard error when something is wrong; a memory checker sees to the rest.
+// Everything that reads files of strangers, each with one input to judge it by: for libFuzzer,
+// for the damage test and for the inputs that once failed. A memory checker sees to the rest.
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
+#include <string>
 
-using fuzzFunction = void (*)(const std::uint8_t *data, std::size_t size);
+struct st_verdict {
+    bool accepted;       // the input loaded
+    std::string problem; // the first thing that does not hold; empty when all is well
+};
 
-// The whole input is an object file, read by lwGetObject.
-void fuzzLwo2(const std::uint8_t *data, std::size_t size);
+using fuzzFunction = st_verdict (*)(const std::string &input);
+
+// The input is an object file, read by lwGetObject.
+st_verdict fuzzLwo2(const std::string &input);
 
 // The same with the type LWOB, whatever the input says, and by lwGetObject5.
-void fuzzLwob(const std::uint8_t *data, std::size_t size);
+st_verdict fuzzLwob(const std::string &input);
 
-// The whole input is an object file beside a few textures, made into a model, drawn in two
-// contexts and put through every operation of the renderer.
-void fuzzModel(const std::uint8_t *data, std::size_t size);
+// The input is an object file beside a few textures, made into a model, drawn in two contexts
+// and put through every operation of the renderer. Surfaces of two colour textures, over which
+// the renderer deliberately hangs, are passed over.
+st_verdict fuzzModel(const std::string &input);
 
-// The whole input is a Targa file.
-void fuzzTarga(const std::uint8_t *data, std::size_t size);
+// The input is a Targa file.
+st_verdict fuzzTarga(const std::string &input);
 
-// A float (big-endian), and an envelope chunk's body, evaluated at that time among others.
-void fuzzEnvelope(const std::uint8_t *data, std::size_t size);
+// The input is a float (big-endian), and the body of an envelope chunk, evaluated at that time
+// among others.
+st_verdict fuzzEnvelope(const std::string &input);
 
 struct st_fuzzTarget {
     const char *name;
-    fuzzFunction run;
+    fuzzFunction judge;
 };
 
 constexpr st_fuzzTarget FUZZ_TARGETS[] = {{"lwo2", fuzzLwo2},
@@ -34,12 +41,8 @@ constexpr st_fuzzTarget FUZZ_TARGETS[] = {{"lwo2", fuzzLwo2},
                                           {"targa", fuzzTarga},
                                           {"envelope", fuzzEnvelope}};
 
-// Ends the process, saying what does not hold. problem may be empty: then nothing happens.
-void demand(bool holds, const char *claim);
-
-// How much memory an input of that size may take.
-std::size_t memoryAllowance(std::size_t inputSize);
-
-// An envelope at every kind of time: at, before, between and after its keys, infinite, none.
-struct st_lwEnvelope;
-void evaluate(st_lwEnvelope *envelope);
+// How much memory an input of that size may take. The smallest sub-chunks, of 6 bytes, make
+// records of some hundred.
+constexpr std::size_t memoryAllowance(std::size_t inputSize) {
+    return 65536 + 128 * inputSize;
+}

@@ -20,7 +20,7 @@ static void initRObj(st_rObj *rObj) {
 }
 
 st_rObj *makeRObjs(int count) {
-    st_rObj *rObjs = static_cast<st_rObj *>(allocateZeroed(count, sizeof(st_rObj)));
+    st_rObj *rObjs = static_cast<st_rObj *>(tryAllocateZeroed(count, sizeof(st_rObj)));
     if (rObjs == nullptr) {
         std::perror("lwoRenderer> ERROR malloc rObj");
         return nullptr;
@@ -70,8 +70,11 @@ st_rObj *testload(const char *path, unsigned int *failId, int *failPos, st_lwoOb
         return nullptr;
     }
     st_rObj *rObjs = makeRObjs(obj->object->layerCount);
-    if (rObjs == nullptr)
+    if (rObjs == nullptr) {
+        lwFreeObject(obj->object);
+        obj->object = nullptr;
         return nullptr;
+    }
     obj->rObjCount = obj->object->layerCount;
     for (int i = 0; i < obj->rObjCount; i++)
         buildRObj(obj, &rObjs[i], dir, i, contextCount);

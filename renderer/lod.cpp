@@ -30,7 +30,7 @@ static int loadLevels(st_lwoLodObj *lod, const std::string &path, int contextCou
 }
 
 st_lwoLodObj *newLwoLodObj(const char *path, int contextCount) {
-    st_lwoLodObj *lod = static_cast<st_lwoLodObj *>(allocateZeroed(1, sizeof(st_lwoLodObj)));
+    st_lwoLodObj *lod = static_cast<st_lwoLodObj *>(tryAllocateZeroed(1, sizeof(st_lwoLodObj)));
     if (lod == nullptr) {
         // Without memory for the set the program ends with a memory fault; deliberate.
         reportFailure();

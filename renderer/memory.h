@@ -2,10 +2,22 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 
 // Zeroed memory for count elements of size bytes each, for one where count is less than 1. Null
-// when there is none. Most callers do not check: they hold what the process cannot do without.
-inline void *allocateZeroed(std::int64_t count, std::size_t size) {
+// when there is none.
+inline void *tryAllocateZeroed(std::int64_t count, std::size_t size) {
     return std::calloc(count > 0 ? static_cast<std::size_t>(count) : 1, size);
+}
+
+// The same for what a model cannot do without: when there is none, the process ends with status 1
+// after a line on standard error.
+inline void *allocateZeroed(std::int64_t count, std::size_t size) {
+    void *memory = tryAllocateZeroed(count, size);
+    if (memory == nullptr) {
+        std::perror("lwoRenderer> ERROR malloc");
+        std::exit(1);
+    }
+    return memory;
 }

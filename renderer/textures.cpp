@@ -29,9 +29,9 @@ static void fillEntry(st_texEntry *entry, const st_lwClip *clip, const char *dir
 st_texTable *loadTextures(st_lwObject *object, const char *dir, int contextCount) {
     if (object->clipCount < 1)
         return nullptr;
-    st_texTable *table = static_cast<st_texTable *>(allocateZeroed(1, sizeof(st_texTable)));
+    st_texTable *table = static_cast<st_texTable *>(tryAllocateZeroed(1, sizeof(st_texTable)));
     st_texEntry *entries =
-        static_cast<st_texEntry *>(allocateZeroed(object->clipCount, sizeof(st_texEntry)));
+        static_cast<st_texEntry *>(tryAllocateZeroed(object->clipCount, sizeof(st_texEntry)));
     if (table == nullptr || entries == nullptr) {
         std::perror("lwoRenderer> loadTextures CAVEMalloc");
         std::free(table);

@@ -5,13 +5,12 @@
 #include "tests/support/checkObject.h"
 #include "tests/support/chunkWriter.h"
 #include "tests/support/keptMemory.h"
+#include "tests/support/memoryFile.h"
 #include "tests/support/testFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <sys/mman.h>
-#include <unistd.h>
 
 struct FileCloser {
     void operator()(std::FILE *file) const { std::fclose(file); }
@@ -37,16 +36,6 @@ struct Failure {
     unsigned id = 0;
     int position = -1;
 };
-
-// Path of a file in memory that holds these bytes until the next call: thousands of damaged
-// models are loaded, and a disk would take its time.
-inline std::string memoryFile(const std::string &bytes) {
-    static const int descriptor = memfd_create("model", 0);
-    const ssize_t written = pwrite(descriptor, bytes.data(), bytes.size(), 0);
-    const off_t size = static_cast<off_t>(bytes.size());
-    EXPECT_TRUE(written == size && ftruncate(descriptor, size) == 0);
-    return "/proc/self/fd/" + std::to_string(descriptor);
-}
 
 inline Object load(const std::string &bytes, Failure *failure = nullptr) {
     const std::string path = memoryFile(bytes);

@@ -19,14 +19,15 @@ void __wrap_free(void *block);
 static bool watching = false;
 static std::size_t held = 0; // bytes
 static std::size_t peak = 0;
+static std::size_t asked = 0;
 static long countdown = -1; // allocations until the one that fails; negative: none fails
 static FailureKind failureKind = FAIL_ONE;
 static bool failed = false;
 
-// Size of every block that is held.
+// Size of every block that is held. There to the very end, for the leak checker to see.
 static std::unordered_map<void *, std::size_t> &blocks() {
-    static std::unordered_map<void *, std::size_t> map;
-    return map;
+    static auto *const map = new std::unordered_map<void *, std::size_t>;
+    return *map;
 }
 
 static void *note(void *block, std::size_t size) {
@@ -47,6 +48,7 @@ static void forget(void *block) {
 }
 
 static bool failsNow() {
+    asked++;
     if (countdown < 0 || countdown-- > 0)
         return false;
     if (failureKind == FAIL_FROM)
@@ -82,6 +84,7 @@ void watchAllocations() {
     watching = true;
     held = 0;
     peak = 0;
+    asked = 0;
     countdown = -1;
     failed = false;
 }
@@ -92,6 +95,10 @@ std::size_t peakBytes() {
 
 std::size_t heldBlocks() {
     return blocks().size();
+}
+
+std::size_t allocationCount() {
+    return asked;
 }
 
 void releaseHeld() {

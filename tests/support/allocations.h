@@ -15,10 +15,11 @@
 // Starts over: nothing is held, no call fails.
 void watchAllocations();
 
-// Of what was allocated since watchAllocations: the most bytes held at a time, and the number of
-// blocks that are held now.
+// Of what was allocated since watchAllocations: the most bytes held at a time, the number of blocks
+// that are held now, and how often memory was asked for.
 std::size_t peakBytes();
 std::size_t heldBlocks();
+std::size_t allocationCount();
 
 // Frees all that is held and stops watching.
 void releaseHeld();

@@ -5,9 +5,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <unistd.h>
 
 struct TestFolder {
     std::string path;
+    pid_t owner = getpid(); // not a child that a death test makes
 
     TestFolder() {
         std::string pattern = (std::filesystem::temp_directory_path() / "testXXXXXX").string();
@@ -17,7 +19,8 @@ struct TestFolder {
     }
     ~TestFolder() {
         std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
+        if (getpid() == owner)
+            std::filesystem::remove_all(path, ignored);
     }
     TestFolder(const TestFolder &) = delete;
     TestFolder &operator=(const TestFolder &) = delete;
