@@ -22,8 +22,10 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t WHOLLY_TRIED = 32768; // size of files of which DAMAGE=all tries everything
 constexpr std::size_t TRIED_OF_LARGER = 20000;
-constexpr std::size_t TRIED_OF_SET = 20;      // in the ordinary run
-constexpr std::size_t TRIED_OF_SAMPLES = 400; // by the renderer, in the ordinary run
+
+// In the ordinary run: of each model of the set, and by the renderer of each small one.
+constexpr std::size_t TRIED_OF_SET = 8;
+constexpr std::size_t TRIED_OF_SAMPLES = 400;
 constexpr std::size_t ALL = SIZE_MAX;
 
 struct Outcome {
