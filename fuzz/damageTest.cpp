@@ -60,7 +60,7 @@ static Outcome judgeDamages(const std::string &target, const std::string &name,
     const st_damages damages = listDamages(whole);
     const std::size_t step = std::max<std::size_t>(1, damages.count / most);
     for (std::size_t i = 0; i < damages.count; i += step) {
-        SCOPED_TRACE(target + " of " + name + ", damage " + std::to_string(i));
+        SCOPED_TRACE(testing::Message() << target << " of " << name << ", damage " << i);
         judge(targetNamed(target), damaged(damages, i), &outcome);
     }
     return outcome;

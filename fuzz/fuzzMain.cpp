@@ -5,6 +5,10 @@
 #include <cstdio>
 #include <cstdlib>
 
+#ifndef FUZZ_TARGET
+#define FUZZ_TARGET fuzzLwo2
+#endif
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {

@@ -10,19 +10,23 @@
 #include "tests/support/testFolder.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <utility>
 
 // What a model may take besides the file's share: a sub-object for every surface in every layer.
 constexpr std::size_t MOST_SUB_OBJECTS = 64UL * 1024 * 1024;
 
-static std::string modelPath() {
-    static const bool prepared = [] {
+// A file in memory that seems to lie beside the textures.
+static std::string modelPath(const std::string &input) {
+    const std::string file = memoryFile(input);
+    static const bool prepared = [&file] {
+        std::filesystem::create_symlink(file, testPath("input.lwo"));
         writeFile(testPath("a.tga"), targa(2, 1, 1, 24, 0, "abc"));
         writeFile(testPath("top.tga"), targa(2, 1, 1, 32, 0x28, "abcd"));
         writeFile(testPath("grey.tga"), targa(3, 1, 1, 8, 0, "a"));
         return true;
     }();
-    return prepared ? testPath("model.lwo") : "";
+    return prepared ? testPath("input.lwo") : file;
 }
 
 static bool hangsRenderer(const std::string &path) {
@@ -54,8 +58,7 @@ static void useModel(st_lwoObj *model) {
 }
 
 st_verdict fuzzModel(const std::string &input) {
-    const std::string path = modelPath();
-    writeFile(path, input);
+    const std::string path = modelPath(input);
     if (hangsRenderer(path))
         return {false, ""};
     // The renderer's messages are of no interest.
