@@ -34,7 +34,6 @@ static void countCorner(const st_lwPolygonVertex &corner, const st_lwPoint &poin
     const st_lwVMapRef *ofPoint = findRef(point.vmapRefs, point.vmapCount, use->name);
     const st_lwVMapRef *ref =
         corner.vmapCount > 0 ? findRef(corner.vmapRefs, corner.vmapCount, use->name) : ofPoint;
-    use->corners++;
     if (ref == nullptr) {
         use->unmapped++;
         use->shadowed += ofPoint != nullptr ? 1 : 0;
@@ -50,7 +49,11 @@ static void countCoordinates(const st_lwLayer &layer, const st_lwPolygon &polygo
                              st_surfaceUse *use) {
     for (int i = 0; i < polygon.vertexCount; i++) {
         const st_lwPolygonVertex &corner = polygon.vertices[i];
-        countCorner(corner, layer.pointList.points[corner.index], use);
+        use->corners++;
+        if (use->hasMap)
+            countCorner(corner, layer.pointList.points[corner.index], use);
+        else
+            use->unmapped++;
     }
 }
 
@@ -100,14 +103,21 @@ static void countPolygon(const st_lwLayer &layer, const st_lwPolygon &polygon,
     }
 }
 
+static void findMaps(st_checkedModel *model) {
+    forEach(model->object->layers, [&](const st_lwLayer &layer) {
+        forEach(layer.vmaps, [&](const st_lwVMap &vmap) {
+            model->mapNames.insert(vmap.name == nullptr ? "" : vmap.name);
+        });
+    });
+    for (st_surfaceUse &use : model->surfaces)
+        use.hasMap = model->mapNames.count(use.name) != 0;
+}
+
 void countUses(st_checkedModel *model) {
+    findMaps(model);
     forEach(model->object->layers, [&](const st_lwLayer &layer) {
         for (int i = 0; i < layer.polygonList.count; i++)
             countPolygon(layer, layer.polygonList.polygons[i], model);
-        forEach(layer.vmaps, [&](const st_lwVMap &vmap) {
-            if (vmap.name != nullptr)
-                model->mapNames.insert(vmap.name);
-        });
     });
 }
 

@@ -27,6 +27,7 @@ struct st_surfaceUse {
     std::string fileName; // its name in the file, before the renderer's name rules
     std::string name;     // what the renderer calls it; "" when it has none
     bool isUv;            // drawn with texture coordinates
+    bool hasMap;          // a vertex map bears its name
     int clipIndex;        // of the colour texture; 0: none
 
     int drawn;                                // triangles and quads, those of namesakes included

@@ -35,7 +35,7 @@ inline std::string entries(unsigned count, const std::string &values,
                            const std::string &corner = "") {
     std::string bytes;
     for (unsigned i = 0; i < count; i++)
-        bytes += vx(i) + corner + values;
+        bytes.append(vx(i)).append(corner).append(values);
     return bytes;
 }
 
