@@ -28,10 +28,11 @@ struct Mask {
     int width = 0, height = 0;
     std::vector<bool> covered;
 
-    bool at(int x, int y) const {
-        return covered[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                       static_cast<std::size_t>(x)];
+    std::size_t index(int x, int y) const {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+               static_cast<std::size_t>(x);
     }
+    bool at(int x, int y) const { return covered[index(x, y)]; }
 };
 
 // A word in the main view: letters of one surface whose middles lie in a part of the picture,
@@ -145,9 +146,8 @@ static Mask takeLetter(Mask &mask, int x, int y, Box &box) {
         open.pop_back();
         if (cx < 0 || cy < 0 || cx >= mask.width || cy >= mask.height || !mask.at(cx, cy))
             continue;
-        const auto index = static_cast<std::size_t>(cy * mask.width + cx);
-        mask.covered[index] = false;
-        letter.covered[index] = true;
+        mask.covered[mask.index(cx, cy)] = false;
+        letter.covered[mask.index(cx, cy)] = true;
         box = {std::min(box.left, cx), std::min(box.bottom, cy), std::max(box.right, cx),
                std::max(box.top, cy)};
         for (const auto &[dx, dy] : {std::pair{1, 0}, {-1, 0}, {0, 1}, {0, -1}})
@@ -171,6 +171,7 @@ static std::vector<Shape> seenLetters(Mask mask, const Word &word) {
                 letters[cx] = shapeOf(letter, box);
         }
     std::vector<Shape> shapes;
+    shapes.reserve(letters.size());
     for (const auto &[x, shape] : letters)
         shapes.push_back(shape);
     return shapes;
