@@ -9,6 +9,9 @@
 constexpr int FORM_HEADER_SIZE = 12;  // ID, size, type
 constexpr long CHUNK_HEADER_SIZE = 8; // ID, size
 
+// Of the stream: holds many of the chunks of a file that has thousands.
+constexpr std::size_t FILE_BUFFER_SIZE = 0x10000;
+
 // ------------------------------------------------------------------ chunks of a form
 
 bool openForm(const char *path, st_form *form) {
@@ -16,6 +19,7 @@ bool openForm(const char *path, st_form *form) {
     form->file = std::fopen(path, "rb");
     if (form->file == nullptr)
         return false;
+    std::setvbuf(form->file, nullptr, _IOFBF, FILE_BUFFER_SIZE);
     set_flen(0);
     form->chunkID = getU4(form->file);
     form->size = getU4(form->file);

@@ -3,7 +3,6 @@
 #include "reader/chunks.h"
 #include "reader/lwo2.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -53,14 +52,14 @@ void lwFreeTags(st_lwTagList *tagList) {
 
 // ------------------------------------------------------------------------- growing
 
-// Arrays have room for their count rounded up to this, so that a file of many small chunks does
-// not move them for each. The room follows from the count alone: it need not be kept.
+// Arrays have room for the next power of two, so that a file of many small chunks does not move
+// them for each. The room follows from the count alone: it need not be kept. What is never
+// written of it takes no memory.
 static std::size_t roomFor(int count) {
-    std::size_t wanted = static_cast<std::size_t>(count);
-    std::size_t step = 1;
-    while (8 * step < wanted)
-        step *= 2;
-    return std::max<std::size_t>((wanted + step - 1) / step * step, 1);
+    std::size_t room = 1;
+    while (room < static_cast<std::size_t>(count))
+        room *= 2;
+    return room;
 }
 
 // Grows an array by zeroed records; null, and the array as it was, without memory. There is

@@ -1,9 +1,10 @@
-// A sorted array, searched by halving.
+// A sorted array, searched by halving, and the latest answers.
 #include "renderer/nameIndex.h"
 
 #include "renderer/memory.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -34,16 +35,24 @@ void freeNameIndex(st_nameIndex *index) {
     *index = {};
 }
 
-st_nameRange findSubObjs(const st_nameIndex *index, const st_lwPolygon *polygon) {
-    const st_namedSubObj *begin = index->entries;
+static st_nameRange searchName(const st_nameIndex *index, const char *name) {
     const st_namedSubObj *end = index->entries + index->count;
-    if (polygon->surface == nullptr)
-        return {end, end};
-    const char *name = nameOf(polygon->surface);
     st_nameRange range = {};
-    range.first = std::lower_bound(begin, end, st_namedSubObj{name, 0}, isBefore);
+    range.first = std::lower_bound(static_cast<const st_namedSubObj *>(index->entries), end,
+                                   st_namedSubObj{name, 0}, isBefore);
     range.last = range.first;
     while (range.last != end && std::strcmp(range.last->name, name) == 0)
         range.last++;
     return range;
+}
+
+st_nameRange findSubObjs(st_nameIndex *index, const st_lwPolygon *polygon) {
+    const st_lwSurface *surface = polygon->surface;
+    if (surface == nullptr)
+        return {};
+    const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(surface);
+    auto &answer = index->remembered[address / sizeof(st_lwSurface) % REMEMBERED_NAMES];
+    if (answer.surface != surface)
+        answer = {surface, searchName(index, nameOf(surface))};
+    return answer.range;
 }

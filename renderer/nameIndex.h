@@ -17,14 +17,22 @@ struct st_namedSubObj {
     int subObj;       // index
 };
 
-struct st_nameIndex {
-    int count;
-    st_namedSubObj *entries; // owned; ascending by name, those of one name by sub-object
-};
-
 struct st_nameRange {
     const st_namedSubObj *first;
     const st_namedSubObj *last; // one past the last
+};
+
+// Answers given, each in the place that its surface's address chooses: most polygons have the
+// surface of one shortly before.
+constexpr int REMEMBERED_NAMES = 64;
+
+struct st_nameIndex {
+    int count;
+    st_namedSubObj *entries; // owned; ascending by name, those of one name by sub-object
+    struct {
+        const st_lwSurface *surface; // null: none yet
+        st_nameRange range;
+    } remembered[REMEMBERED_NAMES];
 };
 
 // Names must not change while the index is in use.
@@ -32,4 +40,4 @@ st_nameIndex makeNameIndex(const st_lwObject *object);
 void freeNameIndex(st_nameIndex *index);
 
 // The polygon's sub-objects, ascending; none for a polygon without surface.
-st_nameRange findSubObjs(const st_nameIndex *index, const st_lwPolygon *polygon);
+st_nameRange findSubObjs(st_nameIndex *index, const st_lwPolygon *polygon);

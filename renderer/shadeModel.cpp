@@ -37,8 +37,7 @@ static void addPolygonNormals(st_subObjShading *shading, const st_lwPolygon *pol
         addNormal(shading->normals[polygon->vertices[i].index], polygon->vertices[i].normal);
 }
 
-static void sumNormals(const st_lwLayer *layer, const st_nameIndex *index,
-                       st_subObjShading *shadings) {
+static void sumNormals(const st_lwLayer *layer, st_nameIndex *index, st_subObjShading *shadings) {
     for (int i = 0; i < layer->polygonList.count; i++) {
         const st_lwPolygon *polygon = &layer->polygonList.polygons[i];
         const st_nameRange range = findSubObjs(index, polygon);
@@ -59,7 +58,7 @@ static float *writeNormals(float *vertices, const st_subObjShading *shading,
     return vertices;
 }
 
-static void writeLayer(const st_lwLayer *layer, const st_nameIndex *index, const st_rObj *rObj,
+static void writeLayer(const st_lwLayer *layer, st_nameIndex *index, const st_rObj *rObj,
                        st_subObjShading *shadings) {
     for (int i = 0; i < layer->polygonList.count; i++) {
         const st_lwPolygon *polygon = &layer->polygonList.polygons[i];

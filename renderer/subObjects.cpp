@@ -34,6 +34,8 @@ struct st_floatWriter {
 struct st_subObjWriter {
     st_floatWriter tris;
     st_floatWriter quads;
+    const st_lwVMap *namesake; // map of the sub-object's name that was met last; null: none yet
+    const st_lwVMap *stranger; // map of another name that was met last; null: none yet
 };
 
 // -------------------------------------------------------------------------- surfaces
@@ -88,7 +90,7 @@ static void initSubObjs(const st_lwObject *object, st_rObj *rObj) {
 
 // -------------------------------------------------------------------------- counting
 
-static void countPolygons(const st_lwPolygonList *polygonList, const st_nameIndex *index,
+static void countPolygons(const st_lwPolygonList *polygonList, st_nameIndex *index,
                           st_subObj *subObjs) {
     for (int i = 0; i < polygonList->count; i++) {
         const st_lwPolygon *polygon = &polygonList->polygons[i];
@@ -133,14 +135,20 @@ static void writeFloats(st_floatWriter *writer, const float *floats, int count) 
     writer->cursor += count;
 }
 
-static const st_lwVMapRef *findMap(const st_lwVMapRef *refs, int count, const char *name,
-                                   bool perPolygonToo) {
-    for (int i = 0; i < count; i++) {
-        const st_lwVMap *vmap = refs[i].vmap;
-        if ((perPolygonToo || !vmap->perPolygon) &&
-            std::strcmp(vmap->name != nullptr ? vmap->name : "", name) == 0)
+// Whether a map has the sub-object's name. It is compared only when it is another map than before.
+static bool isNamesake(st_subObjWriter *writer, const st_lwVMap *vmap, const char *name) {
+    if (vmap == writer->namesake || vmap == writer->stranger)
+        return vmap == writer->namesake;
+    const bool isSame = std::strcmp(vmap->name != nullptr ? vmap->name : "", name) == 0;
+    (isSame ? writer->namesake : writer->stranger) = vmap;
+    return isSame;
+}
+
+static const st_lwVMapRef *findMap(st_subObjWriter *writer, const st_lwVMapRef *refs, int count,
+                                   const char *name, bool perPolygonToo) {
+    for (int i = 0; i < count; i++)
+        if ((perPolygonToo || !refs[i].vmap->perPolygon) && isNamesake(writer, refs[i].vmap, name))
             return &refs[i];
-    }
     return nullptr;
 }
 
@@ -155,33 +163,34 @@ static void writeUnmapped(st_floatWriter *writer, bool isQuad) {
 
 // A map of any dimension is written whole. The point's maps are not consulted for a corner that
 // has maps of its own, even if none of those has the name.
-static void writeTexCoords(st_floatWriter *writer, const st_lwPolygonVertex *vertex,
-                           const st_lwPoint *point, const char *name, bool isQuad) {
+static void writeTexCoords(st_subObjWriter *writer, st_floatWriter *floats,
+                           const st_lwPolygonVertex *vertex, const st_lwPoint *point,
+                           const char *name, bool isQuad) {
     const st_lwVMapRef *ref = vertex->vmapCount > 0
-                                  ? findMap(vertex->vmapRefs, vertex->vmapCount, name, true)
-                                  : findMap(point->vmapRefs, point->vmapCount, name, false);
+                                  ? findMap(writer, vertex->vmapRefs, vertex->vmapCount, name, true)
+                                  : findMap(writer, point->vmapRefs, point->vmapCount, name, false);
     if (ref != nullptr) {
         if (ref->vmap->dimension > 0)
-            writeFloats(writer, ref->vmap->values[ref->index], ref->vmap->dimension);
+            writeFloats(floats, ref->vmap->values[ref->index], ref->vmap->dimension);
         return;
     }
     // In a quad a per-polygon map among the point's counts as found and gives nothing, so that
     // the floats behind it move up by two; deliberate.
     if (isQuad && vertex->vmapCount == 0 &&
-        findMap(point->vmapRefs, point->vmapCount, name, true) != nullptr)
+        findMap(writer, point->vmapRefs, point->vmapCount, name, true) != nullptr)
         return;
-    writeUnmapped(writer, isQuad);
+    writeUnmapped(floats, isQuad);
 }
 
-static void writePolygon(st_floatWriter *writer, const st_subObj *subObj,
+static void writePolygon(st_subObjWriter *writer, st_floatWriter *floats, const st_subObj *subObj,
                          const st_lwPolygon *polygon, const st_lwPoint *points) {
     for (int i = 0; i < polygon->vertexCount; i++) {
         const st_lwPolygonVertex *vertex = &polygon->vertices[i];
         const st_lwPoint *point = &points[vertex->index];
         if (subObj->projection == LW_PROJECTION_UV)
-            writeTexCoords(writer, vertex, point, subObj->name, polygon->vertexCount == 4);
-        writeFloats(writer, vertex->normal, 3);
-        writeFloats(writer, point->position, 3);
+            writeTexCoords(writer, floats, vertex, point, subObj->name, polygon->vertexCount == 4);
+        writeFloats(floats, vertex->normal, 3);
+        writeFloats(floats, point->position, 3);
     }
 }
 
@@ -192,7 +201,7 @@ static void reportOverrun(const st_floatWriter *writer, int subObj, const char *
                     static_cast<int>(writer->room));
 }
 
-static void fillArrays(const st_lwLayer *layer, const st_nameIndex *index, const st_rObj *rObj,
+static void fillArrays(const st_lwLayer *layer, st_nameIndex *index, const st_rObj *rObj,
                        st_subObjWriter *writers) {
     for (int i = 0; i < layer->polygonList.count; i++) {
         const st_lwPolygon *polygon = &layer->polygonList.polygons[i];
@@ -201,9 +210,9 @@ static void fillArrays(const st_lwLayer *layer, const st_nameIndex *index, const
             const st_subObj *subObj = &rObj->subObjs[match->subObj];
             st_subObjWriter *writer = &writers[match->subObj];
             if (polygon->vertexCount == 3)
-                writePolygon(&writer->tris, subObj, polygon, layer->pointList.points);
+                writePolygon(writer, &writer->tris, subObj, polygon, layer->pointList.points);
             else if (polygon->vertexCount == 4)
-                writePolygon(&writer->quads, subObj, polygon, layer->pointList.points);
+                writePolygon(writer, &writer->quads, subObj, polygon, layer->pointList.points);
             reportOverrun(&writer->tris, match->subObj, "Triangles");
             reportOverrun(&writer->quads, match->subObj, "Quads");
         }
