@@ -4,6 +4,8 @@
 
 #include <GL/glut.h>
 
+#include <algorithm>
+
 FSOUND_STREAM *stream = nullptr;
 int i = 0;
 
@@ -72,7 +74,9 @@ void reshape(int width, int height) {
     glViewport(0, 0, width, height);
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
-    gluPerspective(FIELD_OF_VIEW, static_cast<double>(width) / height, NEAR_PLANE, FAR_PLANE);
+    // A window without height has an aspect all the same; one without width leaves the identity.
+    const double aspect = static_cast<double>(width) / std::max(height, 1);
+    gluPerspective(FIELD_OF_VIEW, aspect, NEAR_PLANE, FAR_PLANE);
     glMatrixMode(GL_MODELVIEW);
 }
 

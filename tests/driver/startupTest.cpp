@@ -76,3 +76,12 @@ TEST(Reshape, fitsViewportAndPerspectiveToTheWindow) {
         (Texts{"glViewport(0, 0, 800, 600)", "glMatrixMode(GL_PROJECTION)", "glLoadIdentity()",
                "gluPerspective(45, 1.3333333333333333, 0.1, 5000)", "glMatrixMode(GL_MODELVIEW)"}));
 }
+
+TEST(Reshape, windowWithoutHeightHasAnAspect) {
+    for (const auto &[width, aspect] : {std::pair(800, "800"), std::pair(0, "0")}) {
+        resetShow();
+        reshape(width, 0);
+        EXPECT_EQ(glTexts("gluPerspective"),
+                  (Texts{"gluPerspective(45, " + std::string(aspect) + ", 0.1, 5000)"}));
+    }
+}

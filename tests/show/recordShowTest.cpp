@@ -1,6 +1,7 @@
 // recordShow on the default set: the pictures are there, complete and the same each time.
 #include "tests/show/pngPicture.h"
 #include "tests/support/childProcess.h"
+#include "tests/support/targaWriter.h"
 #include "tests/support/testFolder.h"
 
 #include <gtest/gtest.h>
@@ -93,11 +94,43 @@ TEST(RecordShow, saysInOneLineWhatIsWrong) {
 }
 
 TEST(RecordShow, namesTheModelThatIsMissing) {
-    const std::string directory = freshDirectory("bare");
-    const std::string output = directory + "/output.txt";
-    EXPECT_EQ(runChild({RECORD_SHOW, "--stills", "0", directory}, directory, {}, output), 1);
-    const std::string said = readText(output);
-    EXPECT_NE(said.find("lwoRenderer> Couldn't load lwo/tree3d.lwo.\n"), std::string::npos);
-    EXPECT_NE(said.find("testRender: lwo/k7.lwo is needed now and could not be loaded\n"),
-              std::string::npos);
+    const std::string bare = freshDirectory("bare");
+    const std::string blocked = freshDirectory("blocked");
+    std::ofstream(blocked + "/lwo") << "no directory";
+    for (const std::string &directory : {bare, blocked}) {
+        const std::string output = directory + "/output.txt";
+        EXPECT_EQ(runChild({RECORD_SHOW, "--stills", "0", directory}, directory, {}, output), 1);
+        const std::string said = readText(output);
+        EXPECT_NE(said.find("lwoRenderer> Couldn't load lwo/tree3d.lwo.\n"), std::string::npos);
+        EXPECT_NE(said.find("testRender: lwo/k7.lwo is needed now and could not be loaded\n"),
+                  std::string::npos);
+    }
+}
+
+TEST(RecordShow, doesWithoutTexturesThatAreMissingOrOfAnotherKind) {
+    const std::string with = freshDirectory("with");
+    const std::string output = with + "/output.txt";
+    ASSERT_EQ(recordShow({"--stills", "1500", with, "--size", "160x120"}, output), 0);
+    const Picture textured = readPng(with + "/frame01500.png");
+    std::set<std::vector<unsigned char>> without;
+    for (const char *kind : {"missing", "grey"}) {
+        const std::string directory = freshDirectory(kind);
+        fs::create_directory(directory + "/lwo");
+        for (const auto &entry : fs::directory_iterator(SHOW_DIR "/lwo")) {
+            const std::string copy = directory + "/lwo/" + entry.path().filename().string();
+            if (entry.path().extension() == ".lwo")
+                fs::create_symlink(entry.path(), copy);
+            else if (kind == std::string("grey"))
+                writeFile(copy, targa(3, 1, 1, 8, 0, "a"));
+        }
+        ASSERT_EQ(runChild({RECORD_SHOW, "--stills", "1500", directory, "--size", "160x120"},
+                           directory, {"LIBGL_ALWAYS_SOFTWARE=1"}, output),
+                  0)
+            << readText(output);
+        const Picture picture = readPng(directory + "/frame01500.png");
+        EXPECT_GT(colorCount(picture), 50U);
+        without.insert(picture.rgb);
+    }
+    EXPECT_EQ(without.size(), 1U);
+    EXPECT_EQ(without.count(textured.rgb), 0U);
 }

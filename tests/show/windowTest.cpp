@@ -49,9 +49,9 @@ protected:
             }
     }
 
-    void startShow() {
+    void startShow(const std::string &soundDriver = "disk") {
         show = startChild({TEST_RENDER}, directory,
-                          {display, "LIBGL_ALWAYS_SOFTWARE=1", "SDL_AUDIODRIVER=disk",
+                          {display, "LIBGL_ALWAYS_SOFTWARE=1", "SDL_AUDIODRIVER=" + soundDriver,
                            "SDL_DISKAUDIOFILE=" + directory + "/heard.raw"},
                           directory + "/show.txt");
         ASSERT_TRUE(waitUntil([&] {
@@ -105,6 +105,16 @@ TEST_F(WindowTest, fillsTheScreenIgnoresOtherKeysAndQuitsOnQ) {
     xdotool({"key", "--window", window, "q"});
     EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
     EXPECT_EQ(readText(directory + "/show.txt").find("lwoRenderer>"), std::string::npos);
+}
+
+TEST_F(WindowTest, goesOnWithoutASoundDeviceAndWithoutMusic) {
+    startShow("no such driver");
+    xdotool({"key", "--window", window, "q"});
+    EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
+    fs::remove(directory + "/" + MUSIC);
+    startShow();
+    xdotool({"key", "--window", window, "q"});
+    EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
 }
 
 TEST_F(WindowTest, controlCInTheTerminalEndsIt) {

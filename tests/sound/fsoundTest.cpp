@@ -3,6 +3,7 @@
 #include "tests/support/testFolder.h"
 #include "tests/support/toneFile.h"
 
+#include <SDL.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -71,6 +72,23 @@ TEST(Sound, missingMusicIsSilence) {
     EXPECT_EQ(stream, nullptr);
     EXPECT_EQ(FSOUND_Stream_Play(1, stream), -1);
     EXPECT_EQ(FSOUND_SetVolume(1, 100), 1);
+}
+
+// To a full disk SDL's disk driver answers like a device that was unplugged.
+TEST(Sound, deviceThatGoesAwayIsSilence) {
+    const std::string tone = testPath("tone.ogg");
+    writeTone(tone, 60);
+    useDriver("disk", "/dev/full");
+    ASSERT_EQ(FSOUND_Init(44100, 32, 0), 1);
+    static FSOUND_STREAM *stream = FSOUND_Stream_OpenFile(tone.c_str(), 0x20130, 0);
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(FSOUND_Stream_Play(1, stream), 1);
+    for (int tries = 0; tries < 1000 && SDL_GetAudioStatus() == SDL_AUDIO_PLAYING; tries++)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    EXPECT_EQ(SDL_GetAudioStatus(), SDL_AUDIO_STOPPED);
+    for (int volume = 0; volume < 256; volume++)
+        EXPECT_EQ(FSOUND_SetVolume(1, volume), 1);
+    EXPECT_EQ(FSOUND_Stream_Play(1, stream), 1);
 }
 
 TEST(Sound, missingDeviceIsSilence) {
