@@ -1,4 +1,7 @@
 #include "tests/renderer/models.h"
+#include "tests/support/checkModel.h"
+
+#include <gtest/gtest.h>
 
 // Smoothing leaves its sums.
 extern "C" const char *__lsan_default_suppressions();
@@ -85,7 +88,9 @@ std::string writeModel(const std::string &name, const std::string &chunks) {
 }
 
 st_lwoObj *loadModel(const std::string &chunks, int contextCount) {
-    return keep(newLwoObj(writeModel("model.lwo", chunks).c_str(), contextCount));
+    st_lwoObj *model = keep(newLwoObj(writeModel("model.lwo", chunks).c_str(), contextCount));
+    EXPECT_EQ(model == nullptr ? "" : modelProblem(*model), "");
+    return model;
 }
 
 std::vector<float> floats(const float *array, int count) {

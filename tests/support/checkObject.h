@@ -67,12 +67,18 @@ inline void checkRefs(ObjectCheck &check, const st_lwVMapRef *refs, int count, i
     }
 }
 
+inline void checkOffset(ObjectCheck &check, int offset, int count) {
+    check.require(offset >= 0 && offset <= count, "the latest chunk's records are the last");
+}
+
 inline void checkPoints(ObjectCheck &check, const st_lwLayer &layer) {
     int uses = 0;
     for (int i = 0; i < layer.pointList.count; i++) {
         const st_lwPoint &point = layer.pointList.points[i];
         check.touch(point.position, 3);
         checkRefs(check, point.vmapRefs, point.vmapCount, i, -1);
+        check.require((point.polygons == nullptr) == (point.polygonCount == 0), "used points only");
+        check.require((point.vmapRefs == nullptr) == (point.vmapCount == 0), "mapped points only");
         uses += point.polygonCount;
         for (int j = 0; j < point.polygonCount; j++) {
             check.require(point.polygons[j] >= 0 && point.polygons[j] < layer.polygonList.count,
@@ -99,6 +105,7 @@ inline void checkPolygons(ObjectCheck &check, const st_lwObject &object, const s
             check.require(next->index >= 0 && next->index < layer.pointList.count,
                           "vertex index in range");
             check.touch(next->normal, 3);
+            check.require((next->vmapRefs == nullptr) == (next->vmapCount == 0), "mapped corners");
             checkRefs(check, next->vmapRefs, next->vmapCount, next->index, i);
         }
         corners += polygon.vertexCount;
@@ -113,14 +120,20 @@ inline void checkVMap(ObjectCheck &check, const st_lwVMap &vmap) {
     for (int i = 0; i < vmap.count; i++) {
         check.require(vmap.pointIndices[i] >= 0, "a map's point");
         check.require(vmap.perPolygon == 0 || vmap.polygonIndices[i] >= 0, "a map's polygon");
-        if (vmap.values != nullptr)
-            check.touch(vmap.values[i], vmap.dimension);
+        if (vmap.values == nullptr)
+            continue;
+        check.require(i == 0 || vmap.values[i] == vmap.values[i - 1] + vmap.dimension, "one block");
+        check.touch(vmap.values[i], vmap.dimension);
     }
 }
 
 inline void checkLayer(ObjectCheck &check, const st_lwObject &object, const st_lwLayer &layer) {
     check.touch(layer.name);
     check.touch(layer.bbox, 6);
+    check.touch(layer.pivot, 3);
+    checkOffset(check, layer.pointList.offset, layer.pointList.count);
+    checkOffset(check, layer.polygonList.offset, layer.polygonList.count);
+    checkOffset(check, layer.polygonList.vertexOffset, layer.polygonList.vertexCount);
     check.require(checkLinks(check, layer.vmaps) == layer.vmapCount, "map count");
     for (const st_lwVMap *vmap = layer.vmaps; vmap != nullptr; vmap = vmap->next) {
         checkVMap(check, *vmap);
@@ -198,6 +211,7 @@ inline std::string objectProblem(const st_lwObject &object) {
     // Clips made up from the names in an old surface are not counted.
     int clipCount = checkLinks(check, object.clips);
     check.require(object.clipCount == clipCount || object.clipCount == 0, "clip count");
+    checkOffset(check, object.tagList.offset, object.tagList.count);
     for (int i = 0; i < object.tagList.count; i++)
         check.touch(object.tagList.tags[i]);
     for (st_lwSurface *surface = object.surfaces; surface != nullptr; surface = surface->next) {

@@ -2,6 +2,7 @@
 #include "workshop/set.h"
 #include "image/targa_image.h"
 #include "reader/lwo2.h"
+#include "tests/support/checkObject.h"
 #include "tests/support/keptMemory.h"
 #include "tests/support/testFolder.h"
 #include "workshop/fileWriter.h"
@@ -36,7 +37,9 @@ static const std::map<std::string, st_mesh> &meshes() {
 static st_lwObject *load(const st_model &model) {
     const std::string path = testPath(model.file);
     writeBytes(path, model.bytes(meshes().at(model.file)));
-    return lwGetObject(path.c_str(), nullptr, nullptr);
+    st_lwObject *object = lwGetObject(path.c_str(), nullptr, nullptr);
+    EXPECT_EQ(object == nullptr ? "" : objectProblem(*object), "");
+    return object;
 }
 
 static st_lwObject *load(const char *file) {
