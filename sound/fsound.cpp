@@ -2,10 +2,11 @@
 // window belongs to GLUT, and so do the signals.
 #include "sound/fsound.h"
 
+#include "sound/mixer.h"
+
 #include <SDL.h>
 #include <SDL_mixer.h>
 
-#include <algorithm>
 #include <cstdlib>
 
 struct FSOUND_STREAM {
@@ -14,7 +15,6 @@ struct FSOUND_STREAM {
 
 constexpr int OUTPUT_CHANNELS = 2; // stereo
 constexpr int BUFFER_FRAMES = 1024;
-constexpr int MAX_VOLUME = 255;
 constexpr int ONCE = 1;
 
 static bool deviceOpen = false;
@@ -56,6 +56,6 @@ signed char FSOUND_SetVolume(int /*channel*/, int volume) {
     if (!deviceOpen)
         return 0;
     // The mixer has one music stream, so the channel need not be told apart.
-    Mix_VolumeMusic(std::clamp(volume, 0, MAX_VOLUME) * MIX_MAX_VOLUME / MAX_VOLUME);
+    Mix_VolumeMusic(mixerVolume(volume));
     return 1;
 }

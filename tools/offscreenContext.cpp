@@ -78,3 +78,9 @@ std::vector<unsigned char> readPicture(int width, int height) {
                      rgb.data() + static_cast<std::size_t>(y) * row);
     return rgb;
 }
+
+void readRows(int width, int height, std::vector<unsigned char> *rgba) {
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    rgba->resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
+    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, rgba->data());
+}

@@ -15,3 +15,6 @@ void makeOffscreenContext(int width, int height);
 
 // What has been drawn: width * height * 3 bytes RGB, top row first.
 std::vector<unsigned char> readPicture(int width, int height);
+
+// The same faster, for pictures by the thousand: width * height * 4 bytes RGBA, bottom row first.
+void readRows(int width, int height, std::vector<unsigned char> *rgba);

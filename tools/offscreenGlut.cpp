@@ -33,6 +33,10 @@ std::vector<unsigned char> offscreenPicture() {
     return readPicture(window.width, window.height);
 }
 
+void offscreenRows(std::vector<unsigned char> *rgba) {
+    readRows(window.width, window.height, rgba);
+}
+
 // ----------------------------------------------------------------------------- GLUT
 
 void glutInit(int * /*argc*/, char ** /*argv*/) {}

@@ -21,3 +21,6 @@ void offscreenOnFrame(bool (*hook)(int frame));
 
 // The finished picture: width * height * 3 bytes RGB, top row first.
 std::vector<unsigned char> offscreenPicture();
+
+// The same faster: width * height * 4 bytes RGBA, bottom row first.
+void offscreenRows(std::vector<unsigned char> *rgba);

@@ -1,108 +1,148 @@
-// recordShow: pictures of the show, drawn off-screen by the driver itself.
+// recordShow: the show drawn off-screen by the driver itself, as a film with its sound or as
+// pictures; see recordOptions.cpp for how to call it.
 //
-//   recordShow --stills 500,1200,3000 DIR [--size WxH]
-//
-// Run it where testRender runs: in a directory with lwo/. Frames are numbered from 0 and all
-// are stepped, so a picture is the same however the list was cut; those not wanted are not
-// drawn. Writes DIR/frame00500.png and so on, and names each file as it is done.
+// Every frame is stepped, so a frame is the same however a film or a list was cut; those not
+// wanted are not drawn.
 #include "driver/testRender.h"
-#include "tools/arguments.h"
+#include "tools/contactSheet.h"
 #include "tools/drawGate.h"
+#include "tools/film.h"
 #include "tools/offscreenGlut.h"
 #include "tools/pngFile.h"
+#include "tools/progress.h"
+#include "tools/recordOptions.h"
+#include "tools/soundtrack.h"
 
-#include <cstddef>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <set>
 #include <string>
 #include <system_error>
 #include <vector>
 
-constexpr int LAST_FRAME = 18750;
+static st_recordJob job;
 
-struct st_job {
-    std::set<int> frames;
-    std::string directory;
-    st_pictureSize size = {800, 600};
-};
+// ----------------------------------------------------------------------------- film
 
-static st_job job;
+static st_film film;
+static st_progress progress;
+static std::vector<unsigned char> picture;
+static std::vector<std::int16_t> sound;
+static volatile std::sig_atomic_t stopSignal = 0; // 0: go on
 
-[[noreturn]] static void fail(const std::string &message) {
-    std::fprintf(stderr, "recordShow: %s\n", message.c_str());
-    std::exit(1);
+static void stop(int number) {
+    stopSignal = number;
 }
 
-[[noreturn]] static void usage() {
-    std::fprintf(stderr, "usage: recordShow --stills FRAME[,FRAME...] DIR [--size WxH]\n");
-    std::exit(2);
+static void openJobsFilm() {
+    if (!hasMusic())
+        std::fprintf(stderr,
+                     "recordShow: no music could be read from msx/: the film has no sound\n");
+    if (!openFilm(&film, {job.film, job.size.width, job.size.height, job.fps,
+                          hasMusic() ? soundtrackRate() : 0}))
+        failRecording(film.error);
+    progress = startProgress(job.to - job.from + 1);
 }
 
-static std::set<int> readFrames(const char *list) {
-    std::set<int> frames;
-    const char *at = list;
-    while (true) {
-        const int frame = readNumber(&at, LAST_FRAME);
-        if (frame < 0 || (*at != ',' && *at != '\0'))
-            fail("frames are whole numbers from 0 to " + std::to_string(LAST_FRAME) +
-                 " with commas between them, not \"" + list + "\"");
-        frames.insert(frame);
-        if (*at == '\0')
-            return frames;
-        at++;
+static void addJobsFrame(int frame) {
+    offscreenRows(&picture);
+    sound.clear();
+    appendFrameSound(frame, job.fps, &sound);
+    if (!addFrame(&film, picture.data(), sound)) {
+        endProgress(&progress);
+        failRecording(film.error);
     }
+    showProgress(&progress, film.frames);
 }
 
-static void readSize(const char *size) {
-    if (!readPictureSize(size, &job.size))
-        fail("a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" + size +
-             "\"");
+static bool filmFrameDone(int frame) {
+    if (frame == 0)
+        openJobsFilm();
+    if (frame >= job.from)
+        addJobsFrame(frame);
+    openDrawGate(frame + 1 >= job.from);
+    return frame < job.to && stopSignal == 0;
 }
 
-static void readArguments(int argc, char **argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    for (std::size_t k = 0; k < arguments.size(); k++) {
-        const bool hasValue = k + 1 < arguments.size();
-        if (arguments[k] == "--stills" && hasValue)
-            job.frames = readFrames(arguments[++k].c_str());
-        else if (arguments[k] == "--size" && hasValue)
-            readSize(arguments[++k].c_str());
-        else if (job.directory.empty() && arguments[k].rfind("--", 0) != 0)
-            job.directory = arguments[k];
-        else
-            usage();
-    }
-    if (job.frames.empty() || job.directory.empty())
-        usage();
+// The driver ends the process when a model is missing.
+static void abandonJobsFilm() {
+    abandonFilm(&film);
 }
 
-static void writeStill(int frame) {
+static void endJobsFilm() {
+    endProgress(&progress);
+    if (film.frames == 0)
+        failRecording("stopped before the first frame of the film; there is no " + job.film);
+    if (!finishFilm(&film))
+        failRecording(film.error);
+    if (stopSignal != 0)
+        std::fprintf(stderr, "recordShow: stopped; the film ends after %d of %d frames\n",
+                     film.frames, progress.total);
+    std::printf("%s: frames %d to %d, %.1f seconds long, drawn at %.1f frames a second\n",
+                job.film.c_str(), job.from, job.from + film.frames - 1, 1.0 * film.frames / job.fps,
+                progressRate(progress));
+}
+
+static int recordFilm(int argc, char **argv) {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        std::signal(number, stop);
+    std::atexit(abandonJobsFilm);
+    wantSoundtrack();
+    offscreenOnFrame(filmFrameDone);
+    openDrawGate(job.from == 0);
+    runShow(argc, argv);
+    endJobsFilm();
+    return stopSignal == 0 ? 0 : 128 + stopSignal;
+}
+
+// -------------------------------------------------------------------------- pictures
+
+static st_contactSheet sheet;
+
+static void writeStill(int frame, const std::vector<unsigned char> &rgb) {
     char name[32];
     std::snprintf(name, sizeof name, "frame%05d.png", frame);
     const std::string path = (std::filesystem::path(job.directory) / name).string();
-    if (!writePng(path.c_str(), job.size.width, job.size.height, offscreenPicture().data()))
-        fail("cannot write " + path);
+    if (!writePng(path.c_str(), job.size.width, job.size.height, rgb.data()))
+        failRecording("cannot write " + path);
     std::printf("%s\n", path.c_str());
 }
 
-static bool frameDone(int frame) {
-    if (job.frames.count(frame) != 0)
-        writeStill(frame);
+static bool pictureFrameDone(int frame) {
+    if (job.frames.count(frame) != 0) {
+        const std::vector<unsigned char> rgb = offscreenPicture();
+        if (!job.directory.empty())
+            writeStill(frame, rgb);
+        if (!job.sheet.empty())
+            addToSheet(&sheet, frame, job.fps, rgb.data());
+    }
     openDrawGate(job.frames.count(frame + 1) != 0);
     return frame < *job.frames.rbegin();
 }
 
-int main(int argc, char **argv) {
-    readArguments(argc, argv);
+static int recordPictures(int argc, char **argv) {
     std::error_code error;
-    std::filesystem::create_directories(job.directory, error);
+    if (!job.directory.empty())
+        std::filesystem::create_directories(job.directory, error);
     if (error)
-        fail("cannot make the directory " + job.directory + ": " + error.message());
-
-    offscreenScreen(job.size.width, job.size.height);
-    offscreenOnFrame(frameDone);
+        failRecording("cannot make the directory " + job.directory + ": " + error.message());
+    if (!job.sheet.empty())
+        sheet =
+            makeContactSheet(static_cast<int>(job.frames.size()), job.size.width, job.size.height);
+    offscreenOnFrame(pictureFrameDone);
     openDrawGate(job.frames.count(0) != 0);
-    return runShow(argc, argv);
+    runShow(argc, argv);
+    if (job.sheet.empty())
+        return 0;
+    if (!writePng(job.sheet.c_str(), sheet.width, sheet.height, sheet.rgb.data()))
+        failRecording("cannot write " + job.sheet);
+    std::printf("%s\n", job.sheet.c_str());
+    return 0;
+}
+
+int main(int argc, char **argv) {
+    job = readRecordOptions(argc, argv);
+    offscreenScreen(job.size.width, job.size.height);
+    return job.film.empty() ? recordPictures(argc, argv) : recordFilm(argc, argv);
 }
