@@ -54,7 +54,9 @@ bool isFilmName(const std::string &path) {
 }
 
 // OpenGL's rows run upward. High definition's colours, and no more than players understand.
-constexpr char FILTERS[] = "vflip,scale=out_color_matrix=bt709:out_range=tv,format=yuv420p";
+constexpr char FILTERS[] =
+    "vflip,scale=out_color_matrix=bt709:out_range=tv:flags=bicubic+accurate_rnd+full_chroma_inp,"
+    "format=yuv420p";
 
 // A pipe as one of ffmpeg's inputs. What comes through it is said here: were ffmpeg to look for
 // itself, it would wait for more of one pipe than there is, while the other is full.
