@@ -22,26 +22,29 @@ pictures, or as one sheet of pictures.
 
   recordShow FILM [--size WxH] [--fps N] [--from N] [--to N]
   recordShow --stills LIST DIR [--size WxH] [--sheet SHEET.png]
-  recordShow --sheet SHEET.png [--frames LIST]
+  recordShow --sheet SHEET.png [--frames LIST] [--size WxH]
 
-FILM's ending chooses its format: .mp4 (H.264 and AAC, plays everywhere), .webm
-(VP9 and Opus) or .mkv (H.264 and lossless FLAC). It takes ffmpeg. Ctrl-C ends the
-film early; what has been drawn by then is a whole film. A file of that name is
-replaced once the new one is whole.
+Run it where testRender runs: in a directory with lwo/ and msx/.
 
-  --size WxH    size in pixels: 1280x720 for films (only even numbers), else 800x600
-  --fps N       frames a second, 1 to 240: 60. The show is 18751 frames, however long
-                each lasts: at 30 a second it takes twice the time.
-  --from N      first frame of the film: 0. The music is in step wherever it starts.
-  --to N        last frame of the film: 18750
-  --stills LIST writes these frames to DIR/frame00500.png and so on
-  --sheet FILE  writes a contact sheet: frames side by side, each with its number and
-                time
-  --frames LIST the frames of the sheet: landmarks
-  --help        shows this
+Films (recordShow needs ffmpeg for them)
+  FILM           Its ending chooses the format: .mp4 (H.264, AAC) plays everywhere,
+                 .webm has VP9 and Opus, .mkv H.264 and lossless sound. A file of that
+                 name is replaced once the new one is whole. Ctrl-C ends the film
+                 early: it holds what has been drawn by then.
+  --size WxH     pixels, both even numbers (default 1280x720)
+  --fps N        frames a second, 1 to 240 (default 60). The show is 18751 frames
+                 whatever their rate: at 30 a second it takes twice as long.
+  --from N       first frame (default 0); the music is in step wherever it starts
+  --to N         last frame (default 18750)
+
+Pictures
+  --stills LIST  writes these frames to DIR/frame00500.png and so on
+  --sheet FILE   writes a contact sheet: the frames side by side, each with its number
+                 and its time
+  --frames LIST  the sheet's frames where there are no stills (default landmarks)
+  --size WxH     pixels of a still (default 800x600); a sheet shows them smaller
 
 LIST is frame numbers with commas between them, or the word landmarks.
-Run it where testRender runs: in a directory with lwo/ and msx/.
 )";
 
 [[noreturn]] static void usage() {
