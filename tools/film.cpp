@@ -199,12 +199,9 @@ bool openFilm(st_film *film, const st_filmPlan &plan) {
     int pictures = -1;
     int sound = -1;
     film->messages = memfd_create("messages", MFD_CLOEXEC);
-    int error = errno;
-    if (film->messages >= 0 && makePipe(&pictures, &film->pictures) &&
-        (plan.soundRate == 0 || makePipe(&sound, &film->sound)))
-        error = startFfmpeg(film, pictures, sound);
-    else
-        error = errno;
+    const bool ready = film->messages >= 0 && makePipe(&pictures, &film->pictures) &&
+                       (plan.soundRate == 0 || makePipe(&sound, &film->sound));
+    const int error = ready ? startFfmpeg(film, pictures, sound) : errno;
     closeFile(&pictures);
     closeFile(&sound);
     if (error == 0)
