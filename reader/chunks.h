@@ -8,6 +8,8 @@
 
 #include "reader/lwo2.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 // ------------------------------------------------------------------ chunks of a form
@@ -90,12 +92,80 @@ st_lwTexture *newTexture(unsigned int type);
 
 // ---------------------------------------------------------------------------- lists
 
-// Appends an item without walking the list again for each. last is what was appended latest, null
-// at first, and kept for the next call.
+//
+// A file may hold any number of records of a kind: no list is walked for each of them.
+
+// Appends an item. last is what was appended latest, null at first, and kept for the next call.
 template <typename Record> void appendRecord(Record **list, Record **last, Record *item) {
     _lwListAdd(*last == nullptr ? list : last, item);
     *last = item;
 }
+
+// Puts an item first: how the lists within a record grow while it is read. They are turned round
+// or sorted when it is complete.
+template <typename Record> void prependRecord(Record **list, Record *item) {
+    item->next = *list;
+    if (*list != nullptr)
+        (*list)->prev = item;
+    *list = item;
+}
+
+template <typename Record> void reverseRecords(Record **list) {
+    Record *record = *list;
+    while (record != nullptr) {
+        *list = record;
+        Record *next = record->next;
+        record->next = record->prev;
+        record->prev = next;
+        record = next;
+    }
+}
+
+// Turns the records of a list round and sorts them, equal ones in the order of their arrival: as if
+// each had been put in by _lwListInsert. The keys are those of the turned list, one for each
+// record. False without memory.
+template <typename Record, typename Key>
+bool sortRecords(Record **list, int count, Key (*nextKey)(const Record *, Key before),
+                 bool (*isBefore)(Key, Key)) {
+    struct st_keyed {
+        Record *record;
+        Key key;
+    };
+    reverseRecords(list);
+    if (count < 2)
+        return true;
+    st_keyed *items =
+        static_cast<st_keyed *>(std::malloc(static_cast<std::size_t>(count) * sizeof(st_keyed)));
+    if (items == nullptr)
+        return false;
+    Key key = {};
+    int place = 0;
+    for (Record *record = *list; record != nullptr && place < count; record = record->next) {
+        key = nextKey(record, key);
+        items[place++] = {record, key};
+    }
+    std::stable_sort(items, items + count, [isBefore](const st_keyed &a, const st_keyed &b) {
+        return isBefore(a.key, b.key);
+    });
+    for (int i = 0; i < count; i++) {
+        items[i].record->prev = i > 0 ? items[i - 1].record : nullptr;
+        items[i].record->next = i + 1 < count ? items[i + 1].record : nullptr;
+    }
+    *list = items[0].record;
+    std::free(items);
+    return true;
+}
+
+// ----------------------------------------------------- surfaces of the older layout
+
+// Where an object's lists end that its surfaces append to; all null at first.
+struct st_oldTails {
+    st_lwClip *clip;
+    st_lwEnvelope *envelope;
+};
+
+// lwGetSurface5, for one surface after another.
+st_lwSurface *getOldSurface(std::FILE *file, int size, st_lwObject *object, st_oldTails *tails);
 
 // -------------------------------------------------------------------- small steps
 

@@ -77,7 +77,7 @@ static void readFilter(std::FILE *file, int length, st_lwPlugin **filters, int *
     st_lwPlugin *filter = getFilter(file, length);
     if (filter == nullptr)
         return;
-    _lwListAdd(filters, filter);
+    prependRecord(filters, filter);
     ++*count;
 }
 
@@ -113,6 +113,8 @@ st_lwClip *lwGetClip(std::FILE *file, int cksize) {
     }
     while (nextSubChunk(&subs))
         readSubChunk(file, subs.id, subs.length, clip);
+    reverseRecords(&clip->imageFilters);
+    reverseRecords(&clip->pixelFilters);
     if (subs.failed) {
         lwFreeClip(clip);
         return nullptr;

@@ -3,7 +3,9 @@
 #include "reader/lwo2.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
+#include <limits>
 
 // ------------------------------------------------------------------------- release
 
@@ -37,7 +39,7 @@ static st_lwKey *readKey(std::FILE *file, st_lwEnvelope *envelope) {
     }
     key->time = getF4(file);
     key->value = getF4(file);
-    _lwListInsert(&envelope->keys, key, compare_keys);
+    prependRecord(&envelope->keys, key);
     envelope->keyCount++;
     return key;
 }
@@ -75,7 +77,7 @@ static void readChannelFilter(std::FILE *file, int length, st_lwEnvelope *envelo
     st_lwPlugin *filter = getFilter(file, length);
     if (filter == nullptr)
         return;
-    _lwListAdd(&envelope->cfilters, filter);
+    prependRecord(&envelope->cfilters, filter);
     envelope->cfilterCount++;
 }
 
@@ -94,6 +96,24 @@ static void readSubChunk(std::FILE *file, unsigned int id, int length, st_lwEnve
     }
 }
 
+// What a key is sorted by. A time that is not a number compares equal to all others, so that its
+// key stays behind the latest of those that came before it.
+struct st_keyOrder {
+    float time;
+    float latest; // of this key and those before it
+};
+
+static st_keyOrder nextOrder(const st_lwKey *key, st_keyOrder before) {
+    bool first = key->prev == nullptr;
+    float latest = first ? -std::numeric_limits<float>::infinity() : before.latest;
+    float time = std::isnan(key->time) ? latest : key->time;
+    return {time, std::max(time, latest)};
+}
+
+static bool isEarlier(st_keyOrder a, st_keyOrder b) {
+    return a.time < b.time;
+}
+
 st_lwEnvelope *lwGetEnvelope(std::FILE *file, int cksize) {
     st_lwEnvelope *envelope = static_cast<st_lwEnvelope *>(std::calloc(1, sizeof(st_lwEnvelope)));
     if (envelope == nullptr)
@@ -103,7 +123,9 @@ st_lwEnvelope *lwGetEnvelope(std::FILE *file, int cksize) {
     st_lwKey *key = nullptr;
     while (nextSubChunk(&subs))
         readSubChunk(file, subs.id, subs.length, envelope, &key);
-    if (subs.failed) {
+    reverseRecords(&envelope->cfilters);
+    bool sorted = sortRecords(&envelope->keys, envelope->keyCount, nextOrder, isEarlier);
+    if (subs.failed || !sorted) {
         lwFreeEnvelope(envelope);
         return nullptr;
     }

@@ -31,16 +31,26 @@ void lwFreeObject(st_lwObject *object) {
 
 // -------------------------------------------------------------------------- chunks
 
-static st_lwLayer *addLayer(st_lwObject *object) {
-    st_lwLayer *layer = static_cast<st_lwLayer *>(std::calloc(1, sizeof(st_lwLayer)));
-    if (layer != nullptr)
-        _lwListAdd(&object->layers, layer);
-    return layer;
+// The object while it is read: the last records of its lists, null before the first.
+struct st_reading {
+    st_lwObject *object;
+    st_lwLayer *layer; // what geometry goes to
+    st_lwVMap *vmap;   // of that layer
+    st_lwEnvelope *envelope;
+    st_lwClip *clip;
+    st_lwSurface *surface;
+};
+
+static st_lwLayer *newLayer() {
+    return static_cast<st_lwLayer *>(std::calloc(1, sizeof(st_lwLayer)));
 }
 
 st_lwObject *newObject() {
     st_lwObject *object = static_cast<st_lwObject *>(std::calloc(1, sizeof(st_lwObject)));
-    if (object != nullptr && addLayer(object) == nullptr) {
+    if (object == nullptr)
+        return nullptr;
+    object->layers = newLayer();
+    if (object->layers == nullptr) {
         std::free(object);
         return nullptr;
     }
@@ -57,14 +67,16 @@ static bool leaveChunk(const st_form *form) {
 
 // LAYR: U2 index, U2 flags, 3 F4 pivot, S0 name, and U2 parent in newer files. The first one
 // describes the layer that is there from the start, geometry before it included.
-static bool readLayer(st_form *form, st_lwObject *object, st_lwLayer **current) {
-    if (object->layerCount > 0) {
-        *current = addLayer(object);
-        if (*current == nullptr)
+static bool readLayer(st_form *form, st_reading *reading) {
+    if (reading->object->layerCount > 0) {
+        st_lwLayer *added = newLayer();
+        if (added == nullptr)
             return false;
+        appendRecord(&reading->object->layers, &reading->layer, added);
+        reading->vmap = nullptr;
     }
-    object->layerCount++;
-    st_lwLayer *layer = *current;
+    reading->object->layerCount++;
+    st_lwLayer *layer = reading->layer;
     set_flen(0);
     layer->index = getCode(form->file);
     layer->flags = getCode(form->file);
@@ -84,69 +96,71 @@ static bool readBoundingBox(st_form *form, st_lwLayer *layer) {
     return leaveChunk(form);
 }
 
-static bool readVMap(st_form *form, st_lwLayer *layer, int perPolygon) {
+static bool readVMap(st_form *form, st_reading *reading, int perPolygon) {
+    st_lwLayer *layer = reading->layer;
     st_lwVMap *vmap = lwGetVMap(form->file, form->chunkSize, layer->pointList.offset,
                                 layer->polygonList.offset, perPolygon);
     if (vmap == nullptr)
         return false;
-    _lwListAdd(&layer->vmaps, vmap);
+    appendRecord(&layer->vmaps, &reading->vmap, vmap);
     layer->vmapCount++;
     return true;
 }
 
-static bool readEnvelope(st_form *form, st_lwObject *object) {
+static bool readEnvelope(st_form *form, st_reading *reading) {
     st_lwEnvelope *envelope = lwGetEnvelope(form->file, form->chunkSize);
     if (envelope == nullptr)
         return false;
-    _lwListAdd(&object->envelopes, envelope);
-    object->envelopeCount++;
+    appendRecord(&reading->object->envelopes, &reading->envelope, envelope);
+    reading->object->envelopeCount++;
     return true;
 }
 
-static bool readClip(st_form *form, st_lwObject *object) {
+static bool readClip(st_form *form, st_reading *reading) {
     st_lwClip *clip = lwGetClip(form->file, form->chunkSize);
     if (clip == nullptr)
         return false;
-    _lwListAdd(&object->clips, clip);
-    object->clipCount++;
+    appendRecord(&reading->object->clips, &reading->clip, clip);
+    reading->object->clipCount++;
     return true;
 }
 
-static bool readSurface(st_form *form, st_lwObject *object) {
+static bool readSurface(st_form *form, st_reading *reading) {
     st_lwSurface *surface = lwGetSurface(form->file, form->chunkSize);
     if (surface == nullptr)
         return false;
-    _lwListAdd(&object->surfaces, surface);
-    object->surfaceCount++;
+    appendRecord(&reading->object->surfaces, &reading->surface, surface);
+    reading->object->surfaceCount++;
     return true;
 }
 
-static bool readChunk(st_form *form, st_lwObject *object, st_lwLayer **current) {
+static bool readChunk(st_form *form, st_reading *reading) {
+    st_lwObject *object = reading->object;
     std::FILE *file = form->file;
     int size = form->chunkSize;
-    st_lwLayer *layer = *current;
+    st_lwLayer *layer = reading->layer;
     switch (form->chunkID) {
-    case lwID("LAYR"): return readLayer(form, object, current);
+    case lwID("LAYR"): return readLayer(form, reading);
     case lwID("PNTS"): return lwGetPoints(file, size, &layer->pointList) != 0;
     case lwID("POLS"):
         return lwGetPolygons(file, size, &layer->polygonList, layer->pointList.offset) != 0;
-    case lwID("VMAP"): return readVMap(form, layer, 0);
-    case lwID("VMAD"): return readVMap(form, layer, 1);
+    case lwID("VMAP"): return readVMap(form, reading, 0);
+    case lwID("VMAD"): return readVMap(form, reading, 1);
     case lwID("PTAG"):
         return lwGetPolygonTags(file, size, &object->tagList, &layer->polygonList) != 0;
     case lwID("TAGS"): return lwGetTags(file, size, &object->tagList) != 0;
-    case lwID("ENVL"): return readEnvelope(form, object);
-    case lwID("CLIP"): return readClip(form, object);
-    case lwID("SURF"): return readSurface(form, object);
+    case lwID("ENVL"): return readEnvelope(form, reading);
+    case lwID("CLIP"): return readClip(form, reading);
+    case lwID("SURF"): return readSurface(form, reading);
     case lwID("BBOX"): return readBoundingBox(form, layer);
     default: return skipChunk(form);
     }
 }
 
 static bool readChunks(st_form *form, st_lwObject *object) {
-    st_lwLayer *current = object->layers;
+    st_reading reading = {object, object->layers, nullptr, nullptr, nullptr, nullptr};
     do {
-        if (!readChunkHeader(form) || !readChunk(form, object, &current))
+        if (!readChunkHeader(form) || !readChunk(form, &reading))
             return false;
     } while (!atFormEnd(form));
     return true;

@@ -71,16 +71,25 @@ int lwGetPolygons5(std::FILE *file, int size, st_lwPolygonList *polygonList, int
 
 // ---------------------------------------------------------------------- the object
 
-static bool readSurface(st_form *form, st_lwObject *object) {
-    st_lwSurface *surface = lwGetSurface5(form->file, form->chunkSize, object);
+// The object while it is read, and where its lists end.
+struct st_oldReading {
+    st_lwObject *object;
+    st_lwSurface *lastSurface; // null before the first
+    st_oldTails tails;
+};
+
+static bool readSurface(st_form *form, st_oldReading *reading) {
+    st_lwObject *object = reading->object;
+    st_lwSurface *surface = getOldSurface(form->file, form->chunkSize, object, &reading->tails);
     if (surface == nullptr)
         return false;
-    _lwListAdd(&object->surfaces, surface);
+    appendRecord(&object->surfaces, &reading->lastSurface, surface);
     object->surfaceCount++;
     return true;
 }
 
-static bool readChunk(st_form *form, st_lwObject *object) {
+static bool readChunk(st_form *form, st_oldReading *reading) {
+    st_lwObject *object = reading->object;
     std::FILE *file = form->file;
     int size = form->chunkSize;
     st_lwLayer *layer = object->layers;
@@ -89,14 +98,15 @@ static bool readChunk(st_form *form, st_lwObject *object) {
     case lwID("POLS"):
         return lwGetPolygons5(file, size, &layer->polygonList, layer->pointList.offset) != 0;
     case lwID("SRFS"): return lwGetTags(file, size, &object->tagList) != 0;
-    case lwID("SURF"): return readSurface(form, object);
+    case lwID("SURF"): return readSurface(form, reading);
     default: return skipChunk(form);
     }
 }
 
 static bool readChunks(st_form *form, st_lwObject *object) {
+    st_oldReading reading = {object, nullptr, {}};
     do {
-        if (!readChunkHeader(form) || !readChunk(form, object))
+        if (!readChunkHeader(form) || !readChunk(form, &reading))
             return false;
     } while (!atFormEnd(form));
     return true;

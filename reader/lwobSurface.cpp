@@ -40,6 +40,7 @@ enum lwTextureFlag {
 struct st_oldSurface {
     st_lwSurface *surface;
     st_lwObject *object;   // gets the clips and the envelopes
+    st_oldTails *tails;    // of their lists
     st_lwTexture *texture; // what texture parameters go to; never null
     st_lwPlugin *shader;   // what shader data goes to; null before the first shader
 };
@@ -141,7 +142,7 @@ static void readTexture(std::FILE *file, int length, st_lwTexture **list, st_old
         set_flen(READ_FAILED);
         return;
     }
-    _lwListAdd(list, texture);
+    prependRecord(list, texture);
     old->texture = texture;
 }
 
@@ -187,8 +188,11 @@ static void readVelocity(std::FILE *file, st_oldSurface *old) {
     getVector(file, velocity);
     st_lwEnvVector *center = &old->texture->tmap.center;
     st_lwObject *object = old->object;
-    center->envelope =
-        add_tvel(center->value, velocity, &object->envelopes, &object->envelopeCount);
+    st_lwEnvelope **last = &old->tails->envelope;
+    st_lwEnvelope **list = *last == nullptr ? &object->envelopes : last;
+    center->envelope = add_tvel(center->value, velocity, list, &object->envelopeCount);
+    for (st_lwEnvelope *envelope = *list; envelope != nullptr; envelope = envelope->next)
+        *last = envelope;
 }
 
 static void readProceduralColor(std::FILE *file, st_lwTexture *texture) {
@@ -230,7 +234,7 @@ static void setClipSource(st_lwClip *clip, char *name) {
 
 // Makes a clip from an image name; its index, 0 without memory. Deliberate: the index is the
 // number of surfaces read so far, and the clip is not counted.
-static int readImage(std::FILE *file, st_lwObject *object) {
+static int readImage(std::FILE *file, const st_oldSurface *old) {
     char *name = getS0(file);
     st_lwClip *clip = newClip();
     if (clip == nullptr) {
@@ -238,13 +242,13 @@ static int readImage(std::FILE *file, st_lwObject *object) {
         return 0;
     }
     setClipSource(clip, name);
-    clip->index = object->surfaceCount;
-    _lwListAdd(&object->clips, clip);
+    clip->index = old->object->surfaceCount;
+    appendRecord(&old->object->clips, &old->tails->clip, clip);
     return clip->index;
 }
 
 static void readReflectionImage(std::FILE *file, st_oldSurface *old) {
-    old->surface->reflection.clipIndex = readImage(file, old->object);
+    old->surface->reflection.clipIndex = readImage(file, old);
     old->surface->reflection.options = REFLECT_IMAGE;
 }
 
@@ -255,7 +259,7 @@ static void readShader(std::FILE *file, int length, st_oldSurface *old) {
         return;
     }
     shader->name = static_cast<char *>(getbytes(file, length));
-    _lwListAdd(&old->surface->shaders, shader);
+    prependRecord(&old->surface->shaders, shader);
     old->surface->shaderCount++;
     old->shader = shader;
 }
@@ -331,7 +335,7 @@ static void readTextureParameter(std::FILE *file, unsigned int id, int length, s
     case lwID("TFP1"): readImageFloat(file, texture, &map->wrapHeight.value); break;
     case lwID("TAAS"): readAntialiasing(file, map); break;
     case lwID("TOPC"): texture->opacity.value = getF4(file); break;
-    case lwID("TIMG"): map->clipIndex = readImage(file, old->object); break;
+    case lwID("TIMG"): map->clipIndex = readImage(file, old); break;
     case lwID("TREF"): readReference(file, length, &texture->tmap); break;
     default: break;
     }
@@ -356,21 +360,37 @@ static void readSubChunk(std::FILE *file, unsigned int id, int length, st_oldSur
     }
 }
 
-st_lwSurface *lwGetSurface5(std::FILE *file, int size, st_lwObject *object) {
+// The lists within the surface, which have grown at the front.
+static void reverseLists(st_lwSurface *surface) {
+    reverseRecords(&surface->shaders);
+    for (st_lwTexture **textures :
+         {&surface->color.textures, &surface->diffuse.textures, &surface->specularity.textures,
+          &surface->reflection.textures, &surface->transparency.textures,
+          &surface->luminosity.textures, &surface->bump.textures})
+        reverseRecords(textures);
+}
+
+st_lwSurface *getOldSurface(std::FILE *file, int size, st_lwObject *object, st_oldTails *tails) {
     st_lwSurface *surface = lwDefaultSurface();
     if (surface == nullptr)
         return nullptr;
     // Takes the parameters that come before any texture.
     st_lwTexture scratch = {};
-    st_oldSurface old = {surface, object, &scratch, nullptr};
+    st_oldSurface old = {surface, object, tails, &scratch, nullptr};
     st_subChunks subs = beginSubChunks(file, size, OVERRUN_ALLOWED);
     surface->name = getS0(file);
     while (nextSubChunk(&subs))
         readSubChunk(file, subs.id, subs.length, &old);
     std::free(scratch.tmap.refObject);
+    reverseLists(surface);
     if (subs.failed) {
         lwFreeSurface(surface);
         return nullptr;
     }
     return surface;
+}
+
+st_lwSurface *lwGetSurface5(std::FILE *file, int size, st_lwObject *object) {
+    st_oldTails tails = {};
+    return getOldSurface(file, size, object, &tails);
 }

@@ -63,7 +63,7 @@ static bool readTexture(std::FILE *file, int size, unsigned int type, st_lwSurfa
         return false;
     st_lwTexture **textures = texturesOfChannel(surface, texture->channel);
     if (textures != nullptr)
-        _lwListInsert(textures, texture, compare_textures);
+        prependRecord(textures, texture);
     else
         lwFreeTexture(texture);
     return true;
@@ -73,7 +73,7 @@ static bool readShader(std::FILE *file, int size, st_lwSurface *surface) {
     st_lwPlugin *shader = lwGetShader(file, size);
     if (shader == nullptr)
         return false;
-    _lwListInsert(&surface->shaders, shader, compare_shaders);
+    prependRecord(&surface->shaders, shader);
     surface->shaderCount++;
     return true;
 }
@@ -126,6 +126,33 @@ static void getAlpha(std::FILE *file, st_lwSurface *surface) {
     surface->alpha = getF4(file);
 }
 
+// Textures and shaders are sorted by their ordinals.
+template <typename Record> static const char *nextOrdinal(const Record *record, const char *) {
+    return record->ordinal;
+}
+
+static bool isBefore(const char *a, const char *b) {
+    return compareStrings(a, b) < 0;
+}
+
+template <typename Record> static bool sortByOrdinal(Record **list) {
+    int count = 0;
+    for (const Record *record = *list; record != nullptr; record = record->next)
+        count++;
+    return sortRecords(list, count, nextOrdinal<Record>, isBefore);
+}
+
+static bool sortLists(st_lwSurface *surface) {
+    bool sorted = sortByOrdinal(&surface->shaders);
+    for (st_lwTexture **textures :
+         {&surface->color.textures, &surface->luminosity.textures, &surface->diffuse.textures,
+          &surface->specularity.textures, &surface->glossiness.textures,
+          &surface->reflection.textures, &surface->transparency.textures, &surface->eta.textures,
+          &surface->translucency.textures, &surface->bump.textures})
+        sorted = sortByOrdinal(textures) && sorted;
+    return sorted;
+}
+
 static void readSubChunk(std::FILE *file, unsigned int id, int length, st_lwSurface *surface) {
     switch (id) {
     case lwID("COLR"): getColor(file, &surface->color); break;
@@ -167,7 +194,8 @@ st_lwSurface *lwGetSurface(std::FILE *file, int cksize) {
     surface->srcName = getS0(file);
     while (nextSubChunk(&subs))
         readSubChunk(file, subs.id, subs.length, surface);
-    if (subs.failed) {
+    bool sorted = sortLists(surface);
+    if (subs.failed || !sorted) {
         lwFreeSurface(surface);
         return nullptr;
     }

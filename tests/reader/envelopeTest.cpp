@@ -1,5 +1,8 @@
 #include "tests/reader/readerTest.h"
 
+#include <cmath>
+#include <vector>
+
 struct EnvelopeDeleter {
     void operator()(st_lwEnvelope *envelope) const { lwFreeEnvelope(envelope); }
 };
@@ -101,4 +104,25 @@ TEST(Envelope, findTakesTheFirstOfAnIndex) {
     EXPECT_EQ(lwFindEnvelope(list, 4), &envelopes[0]);
     EXPECT_EQ(lwFindEnvelope(list, 1), nullptr);
     EXPECT_EQ(lwFindEnvelope(nullptr, 1), nullptr);
+}
+
+// A time that is not a number compares equal to every other.
+TEST(Envelope, keysComeAsIfInsertedOneByOne) {
+    const float nan = std::nanf("");
+    std::vector<st_lwKey> keys(200);
+    st_lwKey *inserted = nullptr;
+    std::string body = vx(1);
+    for (std::size_t i = 0; i < keys.size(); i++) {
+        const std::size_t time = i * i % 37;
+        keys[i].time = time % 5 == 0 ? nan : static_cast<float>(time);
+        keys[i].value = static_cast<float>(i);
+        _lwListInsert(&inserted, &keys[i], compare_keys);
+        body += sub("KEY ", f4(keys[i].time) + f4(keys[i].value));
+    }
+    const Object object = loadLWO2(chunk("ENVL", body));
+    ASSERT_NE(object, nullptr);
+    const st_lwKey *key = object->envelopes->keys;
+    for (; inserted != nullptr; inserted = inserted->next, key = key->next)
+        ASSERT_EQ(key->value, inserted->value);
+    EXPECT_EQ(key, nullptr);
 }
