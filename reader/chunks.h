@@ -240,6 +240,10 @@ inline float takeF4(unsigned char **cursor) {
     return value;
 }
 
+// Appends polygons and vertices as lwAllocPolygons does, but does not zero them: what is read at
+// once need not be written twice. False without memory, the list as it was.
+bool growPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices);
+
 // ----------------------------------------------------------------- surfaces of tags
 
 // The object's surfaces by the names that are its tags, for all layers.

@@ -33,17 +33,18 @@ static bool countPolygons(unsigned char *cursor, const unsigned char *end, int *
     return cursor == end;
 }
 
-// Reads the polygons that lwAllocPolygons has just made room for.
+// Reads the polygons that growPolygons has just made room for.
 static void readPolygons(unsigned char *cursor, st_lwPolygonList *list, int pointOffset) {
     st_lwPolygonVertex *vertex = list->polygons[0].vertices + list->vertexOffset;
     for (int i = list->offset; i < list->count; i++) {
-        st_lwPolygon *polygon = &list->polygons[i];
-        polygon->vertexCount = static_cast<int>(takeU2(&cursor));
-        polygon->type = lwID("FACE");
-        polygon->vertices = vertex;
-        for (int j = 0; j < polygon->vertexCount; j++, vertex++)
-            vertex->index = static_cast<int>(takeU2(&cursor)) + pointOffset;
-        polygon->surfaceTag = getSurfaceTag(&cursor);
+        st_lwPolygon polygon = {};
+        polygon.vertexCount = static_cast<int>(takeU2(&cursor));
+        polygon.type = lwID("FACE");
+        polygon.vertices = vertex;
+        for (int j = 0; j < polygon.vertexCount; j++)
+            *vertex++ = {static_cast<int>(takeU2(&cursor)) + pointOffset, {}, 0, nullptr};
+        polygon.surfaceTag = getSurfaceTag(&cursor);
+        list->polygons[i] = polygon;
     }
 }
 
@@ -52,7 +53,7 @@ static bool appendPolygons(unsigned char *block, int size, st_lwPolygonList *lis
     int npolygons = 0;
     int nvertices = 0;
     if (!countPolygons(block, block + size, &npolygons, &nvertices) ||
-        lwAllocPolygons(list, npolygons, nvertices) == 0)
+        !growPolygons(list, npolygons, nvertices))
         return false;
     readPolygons(block, list, pointOffset);
     return true;

@@ -1,8 +1,8 @@
 // The geometry of a layer: points, polygons and the tags that name their surfaces, read into
-// growing arrays; and the box around it.
 #include "reader/chunks.h"
 #include "reader/lwo2.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -50,8 +50,6 @@ void lwFreeTags(st_lwTagList *tagList) {
     *tagList = {};
 }
 
-// ------------------------------------------------------------------------- growing
-
 // Arrays have room for the next power of two, so that a file of many small chunks does not move
 // them for each. The room follows from the count alone: it need not be kept. What is never
 // written of it takes no memory.
@@ -62,19 +60,14 @@ static std::size_t roomFor(int count) {
     return room;
 }
 
-// Grows an array by zeroed records; null, and the array as it was, without memory. There is
-// room for one record even in an empty array, so that null has no other meaning.
+// Grows an array by records that are yet to be written; null, and the array as it was, without
+// memory. There is room for one record even in an empty array, so that null has no other meaning.
 static void *growArray(void *array, int count, int added, std::size_t recordSize) {
     if (added > INT32_MAX - count)
         return nullptr;
     std::size_t room = roomFor(count + added);
-    if (array == nullptr)
-        return std::calloc(room, recordSize);
-    void *grown = room == roomFor(count) ? array : std::realloc(array, room * recordSize);
-    if (grown != nullptr)
-        std::memset(static_cast<char *>(grown) + static_cast<std::size_t>(count) * recordSize, 0,
-                    static_cast<std::size_t>(added) * recordSize);
-    return grown;
+    bool fits = array != nullptr && room == roomFor(count);
+    return fits ? array : std::realloc(array, room * recordSize);
 }
 
 static bool growPoints(st_lwPointList *list, int added) {
@@ -94,6 +87,7 @@ static bool growTags(st_lwTagList *list, int added) {
     list->tags = static_cast<char **>(tags);
     list->offset = list->count;
     list->count += added;
+    std::fill(list->tags + list->offset, list->tags + list->count, nullptr);
     return true;
 }
 
@@ -109,7 +103,7 @@ static bool areAtVertices(const st_lwPolygon *polygons, int count, int vertexCou
     return last->vertices + last->vertexCount == polygons[0].vertices + vertexCount;
 }
 
-int lwAllocPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices) {
+bool growPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices) {
     int oldCount = polygonList->count;
     int oldVertexCount = polygonList->vertexCount;
     // Without any polygon there is none to own the vertices.
@@ -117,12 +111,14 @@ int lwAllocPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices)
         void *polygons =
             growArray(polygonList->polygons, oldCount, npolygons, sizeof(st_lwPolygon));
         if (polygons == nullptr)
-            return 0;
+            return false;
         polygonList->polygons = static_cast<st_lwPolygon *>(polygons);
+        if (oldCount == 0)
+            polygonList->polygons[0].vertices = nullptr;
         void *vertices = growArray(polygonList->polygons[0].vertices, oldVertexCount, nvertices,
                                    sizeof(st_lwPolygonVertex));
         if (vertices == nullptr)
-            return 0;
+            return false;
         polygonList->polygons[0].vertices = static_cast<st_lwPolygonVertex *>(vertices);
     }
     polygonList->offset = oldCount;
@@ -131,6 +127,22 @@ int lwAllocPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices)
     polygonList->vertexCount += nvertices;
     if (oldCount > 1 && !areAtVertices(polygonList->polygons, oldCount, oldVertexCount))
         pointAtVertices(polygonList->polygons, oldCount);
+    return true;
+}
+
+int lwAllocPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices) {
+    bool first = polygonList->count == 0;
+    if (!growPolygons(polygonList, npolygons, nvertices))
+        return 0;
+    if (polygonList->count == 0)
+        return 1;
+    st_lwPolygonVertex *vertices = polygonList->polygons[0].vertices;
+    std::fill(polygonList->polygons + polygonList->offset,
+              polygonList->polygons + polygonList->count, st_lwPolygon{});
+    std::fill(vertices + polygonList->vertexOffset, vertices + polygonList->vertexCount,
+              st_lwPolygonVertex{});
+    if (first)
+        polygonList->polygons[0].vertices = vertices;
     return 1;
 }
 
@@ -146,9 +158,12 @@ int lwGetPoints(std::FILE *file, int size, st_lwPointList *pointList) {
         return 0;
     }
     unsigned char *cursor = block;
-    for (int i = pointList->offset; i < pointList->count; i++)
-        for (float &coordinate : pointList->points[i].position)
+    for (int i = pointList->offset; i < pointList->count; i++) {
+        st_lwPoint point = {};
+        for (float &coordinate : point.position)
             coordinate = takeF4(&cursor);
+        pointList->points[i] = point;
+    }
     std::free(block);
     return 1;
 }
@@ -169,19 +184,20 @@ static bool countPolygons(unsigned char *cursor, const unsigned char *end, int *
     return true;
 }
 
-// Reads the polygons that lwAllocPolygons has just made room for.
+// Reads the polygons that growPolygons has just made room for.
 static void readPolygons(unsigned char *cursor, unsigned int type, st_lwPolygonList *list,
                          int pointOffset) {
     st_lwPolygonVertex *vertex = list->polygons[0].vertices + list->vertexOffset;
     for (int i = list->offset; i < list->count; i++) {
-        st_lwPolygon *polygon = &list->polygons[i];
         unsigned int word = takeU2(&cursor);
-        polygon->vertexCount = static_cast<int>(word & VERTEX_COUNT_MASK);
-        polygon->flags = static_cast<int>(word & FLAGS_MASK);
-        polygon->type = type;
-        polygon->vertices = vertex;
-        for (int j = 0; j < polygon->vertexCount; j++, vertex++)
-            vertex->index = takeVX(&cursor) + pointOffset;
+        st_lwPolygon polygon = {};
+        polygon.vertexCount = static_cast<int>(word & VERTEX_COUNT_MASK);
+        polygon.flags = static_cast<int>(word & FLAGS_MASK);
+        polygon.type = type;
+        polygon.vertices = vertex;
+        list->polygons[i] = polygon;
+        for (int j = 0; j < polygon.vertexCount; j++)
+            *vertex++ = {takeVX(&cursor) + pointOffset, {}, 0, nullptr};
     }
 }
 
@@ -190,7 +206,7 @@ static bool appendPolygons(unsigned char *block, int size, unsigned int type,
     int npolygons = 0;
     int nvertices = 0;
     if (!countPolygons(block, block + size, &npolygons, &nvertices) ||
-        lwAllocPolygons(list, npolygons, nvertices) == 0)
+        !growPolygons(list, npolygons, nvertices))
         return false;
     if (npolygons > 0)
         readPolygons(block, type, list, pointOffset);
