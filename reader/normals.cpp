@@ -97,45 +97,52 @@ void lwGetPolyNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) 
 
 // ------------------------------------------------------------------- users of points
 
-// Counts how often each point is used; false when a polygon uses a point that is not there.
-static bool countPointPolygons(st_lwPointList *points, const st_lwPolygonList *polygons) {
+// Counts how often each point is used; false when a polygon uses a point that is not there. The
+// counts stand side by side: the points themselves are far apart.
+static bool countUses(const st_lwPointList *points, const st_lwPolygonList *polygons, int *uses) {
     if (polygons->count == 0)
         return true;
     const st_lwPolygonVertex *vertices = polygons->polygons[0].vertices;
     for (int i = 0; i < polygons->vertexCount; i++) {
         if (!isPoint(points, vertices[i].index))
             return false;
-        points->points[vertices[i].index].polygonCount++;
+        uses[vertices[i].index]++;
     }
     return true;
 }
 
-// Makes room for what was counted and starts the counts over.
-static bool allocPointPolygons(st_lwPointList *points) {
+// Makes room for what was counted.
+static bool allocPointPolygons(st_lwPointList *points, const int *uses) {
     for (int i = 0; i < points->count; i++) {
-        st_lwPoint *point = &points->points[i];
-        if (point->polygonCount == 0)
+        if (uses[i] == 0)
             continue;
-        std::size_t size = static_cast<std::size_t>(point->polygonCount) * sizeof(int);
-        point->polygons = static_cast<int *>(std::malloc(size));
-        if (point->polygons == nullptr)
+        std::size_t size = static_cast<std::size_t>(uses[i]) * sizeof(int);
+        points->points[i].polygons = static_cast<int *>(std::malloc(size));
+        if (points->points[i].polygons == nullptr)
             return false;
-        point->polygonCount = 0;
     }
     return true;
 }
 
-int lwGetPointPolygons(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
-    if (!countPointPolygons(pointList, polygonList) || !allocPointPolygons(pointList))
-        return 0;
-    for (int i = 0; i < polygonList->count; i++) {
-        const st_lwPolygon *polygon = &polygonList->polygons[i];
+static void listPolygons(st_lwPointList *points, const st_lwPolygonList *polygons) {
+    for (int i = 0; i < polygons->count; i++) {
+        const st_lwPolygon *polygon = &polygons->polygons[i];
         for (int j = 0; j < polygon->vertexCount; j++) {
-            st_lwPoint *point = &pointList->points[polygon->vertices[j].index];
+            st_lwPoint *point = &points->points[polygon->vertices[j].index];
             point->polygons[point->polygonCount++] = i;
         }
     }
-    return 1;
+}
+
+int lwGetPointPolygons(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
+    std::size_t pointCount = static_cast<std::size_t>(pointList->count);
+    int *uses = static_cast<int *>(std::calloc(pointCount + 1, sizeof(int)));
+    bool done = uses != nullptr && countUses(pointList, polygonList, uses) &&
+                allocPointPolygons(pointList, uses);
+    std::free(uses);
+    if (done)
+        listPolygons(pointList, polygonList);
+    return done ? 1 : 0;
 }
 
 // ------------------------------------------------------------------- corner normals
