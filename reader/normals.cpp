@@ -256,15 +256,11 @@ static void addNeighbours(st_corners *corners, const st_lwPoint *point,
     corners->doubtful = doubtful;
 }
 
-// Gives a result to the corners of its polygon that are at the point. Without a branch to guess:
-// which corner that is has no pattern.
-static inline void storeNormal(const st_lwPolygon *polygon, int point, const float normal[3]) {
-    float elsewhere[3];
-    for (int i = 0; i < polygon->vertexCount; i++) {
-        st_lwPolygonVertex *vertex = &polygon->vertices[i];
-        float *target = vertex->index == point ? vertex->normal : elsewhere;
-        std::memcpy(target, normal, sizeof elsewhere);
-    }
+// Gives a result to the corners of its polygon that are at the point.
+static void storeNormal(const st_lwPolygon *polygon, int point, const float normal[3]) {
+    for (int i = 0; i < polygon->vertexCount; i++)
+        if (polygon->vertices[i].index == point)
+            std::memcpy(polygon->vertices[i].normal, normal, sizeof(float[3]));
 }
 
 static void storeNormals(const st_corners *corners, const st_lwPoint *point, int pointIndex,
