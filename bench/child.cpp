@@ -54,7 +54,7 @@ static ObjectSize keptSize(const std::string &path) {
 // ------------------------------------------------------------------------- the loads
 
 static bool copyImage() {
-    const std::string source(3UL * IMAGE_SIDE * IMAGE_SIDE, 'x');
+    const std::vector<char> source(3UL * IMAGE_SIDE * IMAGE_SIDE, 'x');
     char *copy = static_cast<char *>(std::malloc(source.size()));
     const double start = cpuSeconds();
     std::memcpy(copy, source.data(), source.size());

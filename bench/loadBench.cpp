@@ -43,7 +43,8 @@ static void addModels(const std::string &folder, ModelResults *results) {
     for (const ModelCase &item : modelCases())
         for (const int polygons : MODEL_SIZES) {
             const std::string name = item.name + "/" + std::to_string(polygons);
-            std::string path = folder + "/" + name + ".lwo";
+            std::string path = folder;
+            path.append("/").append(name).append(".lwo");
             std::filesystem::create_directories(folder + "/" + item.name);
             std::ofstream(path, std::ios::binary) << generateModel(planOf(item, polygons));
             ModelResult &result = (*results)[item.name][polygons];

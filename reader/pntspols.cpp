@@ -108,15 +108,14 @@ bool growPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices) {
     int oldVertexCount = polygonList->vertexCount;
     // Without any polygon there is none to own the vertices.
     if (oldCount > 0 || npolygons > 0) {
+        st_lwPolygonVertex *old = oldCount == 0 ? nullptr : polygonList->polygons[0].vertices;
         void *polygons =
             growArray(polygonList->polygons, oldCount, npolygons, sizeof(st_lwPolygon));
         if (polygons == nullptr)
             return false;
         polygonList->polygons = static_cast<st_lwPolygon *>(polygons);
-        if (oldCount == 0)
-            polygonList->polygons[0].vertices = nullptr;
-        void *vertices = growArray(polygonList->polygons[0].vertices, oldVertexCount, nvertices,
-                                   sizeof(st_lwPolygonVertex));
+        polygonList->polygons[0].vertices = old;
+        void *vertices = growArray(old, oldVertexCount, nvertices, sizeof(st_lwPolygonVertex));
         if (vertices == nullptr)
             return false;
         polygonList->polygons[0].vertices = static_cast<st_lwPolygonVertex *>(vertices);
