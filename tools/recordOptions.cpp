@@ -24,7 +24,8 @@ pictures, or as one sheet of pictures.
   recordShow --stills LIST DIR [--size WxH] [--sheet SHEET.png]
   recordShow --sheet SHEET.png [--frames LIST] [--size WxH]
 
-Run it where testRender runs: in a directory with lwo/ and msx/.
+The show is that of the working directory where it has a folder lwo/, else the one
+that came with the program.
 
 Films (recordShow needs ffmpeg for them)
   FILM           Its ending chooses the format: .mp4 (H.264, AAC) plays everywhere,

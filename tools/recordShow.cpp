@@ -11,6 +11,7 @@
 #include "tools/pngFile.h"
 #include "tools/progress.h"
 #include "tools/recordOptions.h"
+#include "tools/showFolder.h"
 #include "tools/soundtrack.h"
 
 #include <csignal>
@@ -141,8 +142,20 @@ static int recordPictures(int argc, char **argv) {
     return 0;
 }
 
+// What is written stays where it was asked for, wherever the show lies.
+static void goToShow() {
+    const std::filesystem::path folder = showFolder();
+    if (folder == ".")
+        return;
+    for (std::string *path : {&job.film, &job.directory, &job.sheet})
+        if (!path->empty())
+            *path = std::filesystem::absolute(*path).string();
+    std::filesystem::current_path(folder);
+}
+
 int main(int argc, char **argv) {
     job = readRecordOptions(argc, argv);
+    goToShow();
     offscreenScreen(job.size.width, job.size.height);
     return job.film.empty() ? recordPictures(argc, argv) : recordFilm(argc, argv);
 }
