@@ -244,6 +244,9 @@ inline float takeF4(unsigned char **cursor) {
 // once need not be written twice. False without memory, the list as it was.
 bool growPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices);
 
+// lwGetPolyNormals and lwGetPointPolygons in one go. False as lwGetPointPolygons.
+bool getNormalsAndUsers(st_lwPointList *pointList, st_lwPolygonList *polygonList);
+
 // ----------------------------------------------------------------- surfaces of tags
 
 // The object's surfaces by the names that are its tags, for all layers.

@@ -173,8 +173,7 @@ static bool deriveLayer(st_lwLayer *layer, st_tagSurfaces *tagSurfaces) {
     st_lwPointList *points = &layer->pointList;
     st_lwPolygonList *polygons = &layer->polygonList;
     lwGetBoundingBox(points, layer->bbox);
-    lwGetPolyNormals(points, polygons);
-    if (lwGetPointPolygons(points, polygons) == 0 || !resolveTagSurfaces(tagSurfaces, polygons))
+    if (!getNormalsAndUsers(points, polygons) || !resolveTagSurfaces(tagSurfaces, polygons))
         return false;
     lwGetVertNormals(points, polygons);
     return lwGetPointVMaps(points, layer->vmaps) != 0 &&

@@ -118,8 +118,7 @@ static bool deriveLayer(st_lwObject *object) {
     st_lwPointList *points = &layer->pointList;
     st_lwPolygonList *polygons = &layer->polygonList;
     lwGetBoundingBox(points, layer->bbox);
-    lwGetPolyNormals(points, polygons);
-    if (lwGetPointPolygons(points, polygons) == 0 ||
+    if (!getNormalsAndUsers(points, polygons) ||
         lwResolvePolySurfaces(polygons, &object->tagList, &object->surfaces,
                               &object->surfaceCount) == 0)
         return false;

@@ -5,6 +5,7 @@
 // other is the question whether the angle between them, the arc cosine of a product, is small
 // enough; the product answers that by itself unless rounding could matter. Those few corners
 // are done again by the formula, so that every result is the formula's to the last bit.
+#include "reader/chunks.h"
 #include "reader/lwo2.h"
 
 #include <algorithm>
@@ -77,36 +78,43 @@ static void getFourNormals(const st_lwPointList *points, st_lwPolygon *const pol
             polygons[lane]->normal[axis] = normal[axis][lane];
 }
 
-void lwGetPolyNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
+static void getNormals(const st_lwPointList *points, st_lwPolygon *polygons, int polygonCount) {
     st_lwPolygon *waiting[LANES];
     int count = 0;
-    for (int i = 0; i < polygonList->count; i++) {
-        if (polygonList->polygons[i].vertexCount < 3)
+    for (int i = 0; i < polygonCount; i++) {
+        if (polygons[i].vertexCount < 3)
             continue;
-        waiting[count++] = &polygonList->polygons[i];
+        waiting[count++] = &polygons[i];
         if (count == LANES) {
-            getFourNormals(pointList, waiting);
+            getFourNormals(points, waiting);
             count = 0;
         }
     }
     if (count == 0)
         return;
     std::fill(waiting + count, waiting + LANES, waiting[0]);
-    getFourNormals(pointList, waiting);
+    getFourNormals(points, waiting);
+}
+
+void lwGetPolyNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
+    getNormals(pointList, polygonList->polygons, polygonList->count);
 }
 
 // ------------------------------------------------------------------- users of points
 
-// Counts how often each point is used; false when a polygon uses a point that is not there. The
+// Polygons that are taken through several steps at a time, while they are in the cache.
+constexpr int BATCH = 1024;
+
+// Counts how often polygons use each point; false when one uses a point that is not there. The
 // counts stand side by side: the points themselves are far apart.
-static bool countUses(const st_lwPointList *points, const st_lwPolygonList *polygons, int *uses) {
-    if (polygons->count == 0)
-        return true;
-    const st_lwPolygonVertex *vertices = polygons->polygons[0].vertices;
-    for (int i = 0; i < polygons->vertexCount; i++) {
-        if (!isPoint(points, vertices[i].index))
+static bool countUses(const st_lwPointList *points, const st_lwPolygon *polygons, int polygonCount,
+                      int *uses) {
+    const st_lwPolygon *last = &polygons[polygonCount - 1];
+    const st_lwPolygonVertex *end = last->vertices + last->vertexCount;
+    for (const st_lwPolygonVertex *vertex = polygons->vertices; vertex != end; vertex++) {
+        if (!isPoint(points, vertex->index))
             return false;
-        uses[vertices[i].index]++;
+        uses[vertex->index]++;
     }
     return true;
 }
@@ -134,15 +142,29 @@ static void listPolygons(st_lwPointList *points, const st_lwPolygonList *polygon
     }
 }
 
-int lwGetPointPolygons(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
-    std::size_t pointCount = static_cast<std::size_t>(pointList->count);
+static bool findUsers(st_lwPointList *points, st_lwPolygonList *polygons, bool withNormals) {
+    std::size_t pointCount = static_cast<std::size_t>(points->count);
     int *uses = static_cast<int *>(std::calloc(pointCount + 1, sizeof(int)));
-    bool done = uses != nullptr && countUses(pointList, polygonList, uses) &&
-                allocPointPolygons(pointList, uses);
+    bool done = uses != nullptr;
+    for (int i = 0; done && i < polygons->count; i += BATCH) {
+        int count = std::min(BATCH, polygons->count - i);
+        if (withNormals)
+            getNormals(points, &polygons->polygons[i], count);
+        done = countUses(points, &polygons->polygons[i], count, uses);
+    }
+    done = done && allocPointPolygons(points, uses);
     std::free(uses);
     if (done)
-        listPolygons(pointList, polygonList);
-    return done ? 1 : 0;
+        listPolygons(points, polygons);
+    return done;
+}
+
+int lwGetPointPolygons(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
+    return findUsers(pointList, polygonList, false) ? 1 : 0;
+}
+
+bool getNormalsAndUsers(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
+    return findUsers(pointList, polygonList, true);
 }
 
 // ------------------------------------------------------------------- corner normals
