@@ -182,6 +182,19 @@ static void writeTexCoords(st_subObjWriter *writer, st_floatWriter *floats,
     writeUnmapped(floats, isQuad);
 }
 
+// With sizes that the compiler knows, where there is room for both.
+static void writeVertex(st_floatWriter *writer, const float normal[3], const float position[3]) {
+    if (writer->room - writer->cursor < PLAIN_STRIDE) {
+        writeFloats(writer, normal, 3);
+        writeFloats(writer, position, 3);
+        return;
+    }
+    float *target = writer->floats + writer->cursor;
+    std::memcpy(target, normal, sizeof(float[3]));
+    std::memcpy(target + 3, position, sizeof(float[3]));
+    writer->cursor += PLAIN_STRIDE;
+}
+
 static void writePolygon(st_subObjWriter *writer, st_floatWriter *floats, const st_subObj *subObj,
                          const st_lwPolygon *polygon, const st_lwPoint *points) {
     for (int i = 0; i < polygon->vertexCount; i++) {
@@ -189,8 +202,7 @@ static void writePolygon(st_subObjWriter *writer, st_floatWriter *floats, const 
         const st_lwPoint *point = &points[vertex->index];
         if (subObj->projection == LW_PROJECTION_UV)
             writeTexCoords(writer, floats, vertex, point, subObj->name, polygon->vertexCount == 4);
-        writeFloats(floats, vertex->normal, 3);
-        writeFloats(floats, point->position, 3);
+        writeVertex(floats, vertex->normal, point->position);
     }
 }
 
