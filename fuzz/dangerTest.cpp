@@ -10,8 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdlib>
+#include <ctime>
 #include <filesystem>
 
 enum Fate { LOADS, FAILS };
@@ -139,6 +138,78 @@ TEST(Danger, inObjectsIsMet) {
     for (const Danger &danger : objectDangers())
         for (const st_fuzzTarget &target : {FUZZ_TARGETS[0], FUZZ_TARGETS[2]}) {
             const st_verdict verdict = target.judge(danger.bytes);
+            EXPECT_EQ(verdict.problem, "") << target.name << ": " << danger.what;
+            EXPECT_EQ(verdict.accepted, danger.fate == LOADS) << target.name << ": " << danger.what;
+        }
+}
+
+// Files of some 200 KB that multiply what they hold: what takes quadratic time takes seconds.
+static std::string repeated(unsigned count, std::string (*part)(unsigned)) {
+    std::string parts;
+    for (unsigned i = 0; i < count; i++)
+        parts += part(i);
+    return parts;
+}
+
+static std::string fan(unsigned count) {
+    const auto triangle = [](unsigned) { return u2(3) + vx(0) + vx(1) + vx(2); };
+    return chunk("TAGS", s0("a")) + POINTS + chunk("POLS", "FACE" + repeated(count, triangle));
+}
+
+static std::string numbered(unsigned i) {
+    return s0(std::to_string(i * 7919 % 65521));
+}
+
+static std::vector<Danger> largeDangers() {
+    const std::string mapOfNone = "TXUV" + u2(0) + s0("b");
+    return {
+        {"polygons around a point", newer(fan(25000) + surface(sub("SMAN", f4(1)))), FAILS},
+        {"layers",
+         newer(repeated(
+             8000, [](unsigned i) { return chunk("LAYR", u2(i) + u2(0) + f4(0, 0, 0) + s0("")); })),
+         LOADS},
+        {"surfaces and clips",
+         newer(repeated(5000,
+                        [](unsigned i) {
+                            return chunk("SURF", numbered(i) + s0("") + sub("SIDE", u2(1))) +
+                                   chunk("CLIP", u4(i) + sub("STIL", s0("a")));
+                        })),
+         LOADS},
+        {"keys",
+         newer(chunk("ENVL", vx(1) + repeated(15000,
+                                              [](unsigned i) {
+                                                  return sub("KEY ", f4(static_cast<float>(
+                                                                         i * 7919 % 65521)) +
+                                                                         f4(0));
+                                              }))),
+         LOADS},
+        {"textures",
+         newer(surface(repeated(5000,
+                                [](unsigned i) {
+                                    return sampleBlock("IMAP", numbered(i) + sub("CHAN", "BUMP"),
+                                                       sub("PROJ", u2(5)));
+                                }))),
+         LOADS},
+        {"older textures, shaders, envelopes, clips",
+         older(repeated(4000,
+                        [](unsigned) {
+                            return sub("BTEX", s0("Wood")) + sub("SHDR", "") +
+                                   sub("TVEL", f4(1, 2, 3)) + sub("RIMG", s0("a"));
+                        })),
+         LOADS},
+        {"maps of a point, and corners at it",
+         newer(fan(12000) + surface(texture("IMAP", "", sub("PROJ", u2(5)))) +
+               chunk("VMAP", mapOfNone + repeated(50000, [](unsigned) { return vx(0); }))),
+         LOADS},
+    };
+}
+
+TEST(Danger, inLargeFilesIsMet) {
+    for (const Danger &danger : largeDangers())
+        for (const st_fuzzTarget &target : {FUZZ_TARGETS[0], FUZZ_TARGETS[2]}) {
+            const std::clock_t start = std::clock();
+            const st_verdict verdict = target.judge(danger.bytes);
+            EXPECT_LT(std::clock() - start, 3 * CLOCKS_PER_SEC) << target.name << danger.what;
             EXPECT_EQ(verdict.problem, "") << target.name << ": " << danger.what;
             EXPECT_EQ(verdict.accepted, danger.fate == LOADS) << target.name << ": " << danger.what;
         }

@@ -247,6 +247,15 @@ bool growPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices);
 // lwGetPolyNormals and lwGetPointPolygons in one go. False as lwGetPointPolygons.
 bool getNormalsAndUsers(st_lwPointList *pointList, st_lwPolygonList *polygonList);
 
+// -------------------------------------------------------------------- corner normals
+
+// How many pairs of normals lwGetVertNormals would compare around points of many polygons.
+double countComparisons(const st_lwPointList *pointList, const st_lwPolygonList *polygonList);
+
+// Objects of more than that do not load: it would take more than a second. One point that 30,000
+// smooth polygons share is as much.
+constexpr double MAX_COMPARISONS = 1e9;
+
 // ----------------------------------------------------------------- surfaces of tags
 
 // The object's surfaces by the names that are its tags, for all layers.

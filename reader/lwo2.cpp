@@ -169,11 +169,14 @@ static bool readChunks(st_form *form, st_lwObject *object) {
 // --------------------------------------------------------------------- the object
 
 // What the geometry of a layer implies, each step resting on the ones before.
-static bool deriveLayer(st_lwLayer *layer, st_tagSurfaces *tagSurfaces) {
+static bool deriveLayer(st_lwLayer *layer, st_tagSurfaces *tagSurfaces, double *comparisons) {
     st_lwPointList *points = &layer->pointList;
     st_lwPolygonList *polygons = &layer->polygonList;
     lwGetBoundingBox(points, layer->bbox);
     if (!getNormalsAndUsers(points, polygons) || !resolveTagSurfaces(tagSurfaces, polygons))
+        return false;
+    *comparisons += countComparisons(points, polygons);
+    if (*comparisons > MAX_COMPARISONS)
         return false;
     lwGetVertNormals(points, polygons);
     return lwGetPointVMaps(points, layer->vmaps) != 0 &&
@@ -186,7 +189,8 @@ static bool deriveLayers(st_lwObject *object) {
     if (tagSurfaces == nullptr)
         return false;
     st_lwLayer *layer = object->layers;
-    while (layer != nullptr && deriveLayer(layer, tagSurfaces))
+    double comparisons = 0;
+    while (layer != nullptr && deriveLayer(layer, tagSurfaces, &comparisons))
         layer = layer->next;
     endTagSurfaces(tagSurfaces);
     return layer == nullptr;

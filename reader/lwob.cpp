@@ -120,7 +120,8 @@ static bool deriveLayer(st_lwObject *object) {
     lwGetBoundingBox(points, layer->bbox);
     if (!getNormalsAndUsers(points, polygons) ||
         lwResolvePolySurfaces(polygons, &object->tagList, &object->surfaces,
-                              &object->surfaceCount) == 0)
+                              &object->surfaceCount) == 0 ||
+        countComparisons(points, polygons) > MAX_COMPARISONS)
         return false;
     lwGetVertNormals(points, polygons);
     return true;

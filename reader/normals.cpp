@@ -388,6 +388,26 @@ static bool setFacetedNormals(st_lwPolygonList *polygons) {
     return smooth;
 }
 
+// Polygons around a point of which the comparisons are not worth counting.
+constexpr int FEW_POLYGONS = 256;
+
+double countComparisons(const st_lwPointList *pointList, const st_lwPolygonList *polygonList) {
+    double comparisons = 0;
+    for (int i = 0; i < pointList->count; i++) {
+        const st_lwPoint *point = &pointList->points[i];
+        if (point->polygonCount <= FEW_POLYGONS)
+            continue;
+        int corners = 0;
+        for (int j = 0; j < point->polygonCount; j++) {
+            bool again = j > 0 && point->polygons[j] == point->polygons[j - 1];
+            if (!again && smoothingOf(&polygonList->polygons[point->polygons[j]]) > 0.0F)
+                corners++;
+        }
+        comparisons += static_cast<double>(corners) * point->polygonCount;
+    }
+    return comparisons;
+}
+
 void lwGetVertNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
     if (!setFacetedNormals(polygonList))
         return;

@@ -53,13 +53,6 @@ static st_lwObject *readObject(const char *path, unsigned int *failId, int *fail
     return nullptr;
 }
 
-static void buildRObj(st_lwoObj *obj, st_rObj *rObj, const char *dir, int layerIndex,
-                      int contextCount) {
-    std::memcpy(rObj->dir, dir, sizeof rObj->dir);
-    rObj->contextCount = contextCount;
-    makeSubObjs(obj->object, rObj, layerIndex);
-}
-
 st_rObj *testload(const char *path, unsigned int *failId, int *failPos, st_lwoObj *obj,
                   int contextCount) {
     char dir[sizeof(st_rObj::dir)] = {};
@@ -76,8 +69,11 @@ st_rObj *testload(const char *path, unsigned int *failId, int *failPos, st_lwoOb
         return nullptr;
     }
     obj->rObjCount = obj->object->layerCount;
-    for (int i = 0; i < obj->rObjCount; i++)
-        buildRObj(obj, &rObjs[i], dir, i, contextCount);
+    for (int i = 0; i < obj->rObjCount; i++) {
+        std::memcpy(rObjs[i].dir, dir, sizeof rObjs[i].dir);
+        rObjs[i].contextCount = contextCount;
+    }
+    makeSubObjs(obj->object, rObjs);
     st_texTable *textures = loadTextures(obj->object, dir, contextCount);
     for (int i = 0; i < obj->rObjCount; i++) {
         rObjs[i].textures = textures;

@@ -142,6 +142,9 @@ st_rObj *makeRObjs(int count);
 // a surface has two colour textures.
 void makeSubObjs(st_lwObject *object, st_rObj *rObj, int layerIndex);
 
+// The same for all layers of the object, each in its place of rObjs.
+void makeSubObjs(st_lwObject *object, st_rObj *rObjs);
+
 // Returns 1 when the sub-objects of all the object's layers would fit the limits of newLwoObj, else
 // 0. Changes names like makeSubObjs.
 int subObjsFit(st_lwObject *object);

@@ -2,6 +2,7 @@
 // quads of each, then packs their corners in the order of the polygons.
 #include "renderer/lwoRenderer.h"
 
+#include "renderer/mapIndex.h"
 #include "renderer/memory.h"
 #include "renderer/nameIndex.h"
 
@@ -36,6 +37,7 @@ struct st_subObjWriter {
     st_floatWriter quads;
     const st_lwVMap *namesake; // map of the sub-object's name that was met last; null: none yet
     const st_lwVMap *stranger; // map of another name that was met last; null: none yet
+    st_mapIndex *maps;         // of the layer, shared by all writers
 };
 
 // -------------------------------------------------------------------------- surfaces
@@ -113,11 +115,12 @@ static st_floatWriter makeWriter(int primitiveCount, int primitiveFloats) {
 }
 
 // Returns the writers, owned by the caller; the arrays go to the sub-objects.
-static st_subObjWriter *allocateArrays(st_rObj *rObj) {
+static st_subObjWriter *allocateArrays(st_rObj *rObj, st_mapIndex *maps) {
     st_subObjWriter *writers =
         static_cast<st_subObjWriter *>(allocateZeroed(rObj->subObjCount, sizeof(st_subObjWriter)));
     for (int i = 0; i < rObj->subObjCount; i++) {
         st_subObj *subObj = &rObj->subObjs[i];
+        writers[i].maps = maps;
         writers[i].tris = makeWriter(subObj->triCount, TRI_FLOATS);
         writers[i].quads = makeWriter(subObj->quadCount, QUAD_FLOATS);
         subObj->tris = writers[i].tris.floats;
@@ -152,6 +155,14 @@ static const st_lwVMapRef *findMap(st_subObjWriter *writer, const st_lwVMapRef *
     return nullptr;
 }
 
+static const st_lwVMapRef *findPointMap(st_subObjWriter *writer, const st_lwPoint *point,
+                                        const char *name, bool perPolygonToo) {
+    if (point->vmapCount < MANY_MAPS)
+        return findMap(writer, point->vmapRefs, point->vmapCount, name, perPolygonToo);
+    const st_namedRefs refs = findPointMaps(writer->maps, point, name);
+    return perPolygonToo ? refs.any : refs.plain;
+}
+
 // What a corner without a map gets: a quad zeros, a triangle large random numbers.
 static void writeUnmapped(st_floatWriter *writer, bool isQuad) {
     float st[2] = {};
@@ -168,7 +179,7 @@ static void writeTexCoords(st_subObjWriter *writer, st_floatWriter *floats,
                            const char *name, bool isQuad) {
     const st_lwVMapRef *ref = vertex->vmapCount > 0
                                   ? findMap(writer, vertex->vmapRefs, vertex->vmapCount, name, true)
-                                  : findMap(writer, point->vmapRefs, point->vmapCount, name, false);
+                                  : findPointMap(writer, point, name, false);
     if (ref != nullptr) {
         if (ref->vmap->dimension > 0)
             writeFloats(floats, ref->vmap->values[ref->index], ref->vmap->dimension);
@@ -176,8 +187,7 @@ static void writeTexCoords(st_subObjWriter *writer, st_floatWriter *floats,
     }
     // In a quad a per-polygon map among the point's counts as found and gives nothing, so that
     // the floats behind it move up by two; deliberate.
-    if (isQuad && vertex->vmapCount == 0 &&
-        findMap(writer, point->vmapRefs, point->vmapCount, name, true) != nullptr)
+    if (isQuad && vertex->vmapCount == 0 && findPointMap(writer, point, name, true) != nullptr)
         return;
     writeUnmapped(floats, isQuad);
 }
@@ -240,15 +250,24 @@ static const st_lwLayer *findLayer(const st_lwObject *object, int layerIndex) {
     return layer;
 }
 
-void makeSubObjs(st_lwObject *object, st_rObj *rObj, int layerIndex) {
-    const st_lwLayer *layer = findLayer(object, layerIndex);
+static void makeLayerSubObjs(const st_lwObject *object, st_rObj *rObj, const st_lwLayer *layer) {
     initSubObjs(object, rObj);
     st_nameIndex index = makeNameIndex(object);
     countPolygons(&layer->polygonList, &index, rObj->subObjs);
-    st_subObjWriter *writers = allocateArrays(rObj);
+    st_mapIndex maps;
+    st_subObjWriter *writers = allocateArrays(rObj, &maps);
     fillArrays(layer, &index, rObj, writers);
     std::free(writers);
     freeNameIndex(&index);
+}
+
+void makeSubObjs(st_lwObject *object, st_rObj *rObj, int layerIndex) {
+    makeLayerSubObjs(object, rObj, findLayer(object, layerIndex));
+}
+
+void makeSubObjs(st_lwObject *object, st_rObj *rObjs) {
+    for (const st_lwLayer *layer = object->layers; layer != nullptr; layer = layer->next)
+        makeLayerSubObjs(object, rObjs++, layer);
 }
 
 // The largest number of surfaces that bear one name.

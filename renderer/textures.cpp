@@ -108,7 +108,7 @@ static void flipVertices(float *vertices, int count) {
 // The UV layout is taken for granted whatever the projection; deliberate.
 void flipTexture(st_subObj *subObj, void *renderObject) {
     const st_texTable *table = static_cast<const st_rObj *>(renderObject)->textures;
-    if (table == nullptr)
+    if (table == nullptr || subObj->triCount + subObj->quadCount == 0)
         return;
     for (int i = 0; i < table->count; i++) {
         const st_texEntry *entry = &table->entries[i];
