@@ -109,10 +109,12 @@ TEST(Damage, objectsLoadOrFailCleanly) {
 TEST(Damage, modelsLoadOrFailCleanly) {
     Outcome sum;
     for (const SampleModel &model : sampleModels()) {
-        const Outcome outcome =
-            judgeDamages("model", model.name, model.bytes, tryAll() ? ALL : TRIED_OF_SAMPLES);
-        sum.accepted += outcome.accepted;
-        sum.refused += outcome.refused;
+        for (const char *target : {"model", "info"}) {
+            const Outcome outcome =
+                judgeDamages(target, model.name, model.bytes, tryAll() ? ALL : TRIED_OF_SAMPLES);
+            sum.accepted += outcome.accepted;
+            sum.refused += outcome.refused;
+        }
     }
     EXPECT_GT(sum.accepted, 500U);
     EXPECT_GT(sum.refused, 500U);

@@ -1,33 +1,19 @@
 // Object files through the whole renderer. It frees nothing, so that is done here.
 #include "fuzz/targets.h"
 
+#include "fuzz/inputFile.h"
+
 #include "renderer/celShading.h"
 #include "renderer/lwoRenderer.h"
 #include "tests/support/allocations.h"
 #include "tests/support/checkModel.h"
 #include "tests/support/memoryFile.h"
-#include "tests/support/targaWriter.h"
-#include "tests/support/testFolder.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <utility>
 
 // What a model may take besides the file's share: a sub-object for every surface in every layer.
 constexpr std::size_t MOST_SUB_OBJECTS = 64UL * 1024 * 1024;
-
-// A file in memory that seems to lie beside the textures.
-static std::string modelPath(const std::string &input) {
-    const std::string file = memoryFile(input);
-    static const bool prepared = [&file] {
-        std::filesystem::create_symlink(file, testPath("input.lwo"));
-        writeFile(testPath("a.tga"), targa(2, 1, 1, 24, 0, "abc"));
-        writeFile(testPath("top.tga"), targa(2, 1, 1, 32, 0x28, "abcd"));
-        writeFile(testPath("grey.tga"), targa(3, 1, 1, 8, 0, "a"));
-        return true;
-    }();
-    return prepared ? testPath("input.lwo") : file;
-}
 
 static bool hangsRenderer(const std::string &path) {
     watchAllocations();
@@ -58,7 +44,7 @@ static void useModel(st_lwoObj *model) {
 }
 
 st_verdict fuzzModel(const std::string &input) {
-    const std::string path = modelPath(input);
+    const std::string path = inputBesideTextures(input);
     if (hangsRenderer(path))
         return {false, ""};
     // The renderer's messages are of no interest.

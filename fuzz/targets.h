@@ -23,6 +23,9 @@ st_verdict fuzzLwob(const std::string &input);
 // the renderer deliberately hangs, are passed over.
 st_verdict fuzzModel(const std::string &input);
 
+// The input is an object file beside a few textures, reported and checked as by lwoinfo.
+st_verdict fuzzInfo(const std::string &input);
+
 // The input is a Targa file.
 st_verdict fuzzTarga(const std::string &input);
 
@@ -35,11 +38,9 @@ struct st_fuzzTarget {
     fuzzFunction judge;
 };
 
-constexpr st_fuzzTarget FUZZ_TARGETS[] = {{"lwo2", fuzzLwo2},
-                                          {"lwob", fuzzLwob},
-                                          {"model", fuzzModel},
-                                          {"targa", fuzzTarga},
-                                          {"envelope", fuzzEnvelope}};
+constexpr st_fuzzTarget FUZZ_TARGETS[] = {{"lwo2", fuzzLwo2},   {"lwob", fuzzLwob},
+                                          {"model", fuzzModel}, {"info", fuzzInfo},
+                                          {"targa", fuzzTarga}, {"envelope", fuzzEnvelope}};
 
 // How much memory an input of that size may take. The smallest sub-chunks, of 6 bytes, make
 // records of some hundred.

@@ -46,7 +46,7 @@ int main(int argc, char **argv) {
         return 2;
     }
     const std::string folder = argv[1];
-    for (const char *target : {"lwo2", "lwob", "model"})
+    for (const char *target : {"lwo2", "lwob", "model", "info"})
         write(folder + "/" + target, models());
     write(folder + "/targa", images());
     write(folder + "/envelope", envelopes());
