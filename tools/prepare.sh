@@ -7,7 +7,8 @@ SHOW_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libegl-dev libglu1-mes
     freeglut3-dev libsdl2-dev libsdl2-mixer-dev libpng-dev libfreetype-dev libvorbis-dev
     nlohmann-json3-dev fonts-cherrybomb libgl1-mesa-dri libegl1 x11-utils)
 CHECK_PACKAGES=(clang llvm clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
-    xvfb xauth xdotool openbox ffmpeg dpkg-dev desktop-file-utils file man-db)
+    xvfb xauth xdotool openbox ffmpeg dpkg-dev desktop-file-utils file man-db
+    libbenchmark-dev)
 
 say() { printf '%s\n' "$*"; }
 

@@ -6,7 +6,7 @@ namespace fs = std::filesystem;
 
 static bool holdsShow(const fs::path &folder) {
     std::error_code unreachable;
-    return fs::is_directory(folder / "lwo", unreachable);
+    return fs::exists(folder / "lwo", unreachable);
 }
 
 fs::path showFolder() {

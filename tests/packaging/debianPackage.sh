@@ -35,7 +35,7 @@ for library in libc6 libstdc++6 libopengl0 libegl1 libglu1-mesa libglut3.12 libs
 done
 
 remove() { "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get purge -y -qq testrender; }
-trap 'remove >/dev/null 2>&1; rm -rf "$scratch"' EXIT
+trap 'remove >/dev/null 2>&1 || true; rm -rf "$scratch"' EXIT
 echo "installing"
 "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
     "$package" >"$scratch/apt.log" 2>&1 || {

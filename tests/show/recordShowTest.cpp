@@ -95,6 +95,7 @@ TEST(RecordShow, saysInOneLineWhatIsWrong) {
 
 TEST(RecordShow, namesTheModelThatIsMissing) {
     const std::string bare = freshDirectory("bare");
+    fs::create_directory(bare + "/lwo");
     const std::string blocked = freshDirectory("blocked");
     std::ofstream(blocked + "/lwo") << "no directory";
     for (const std::string &directory : {bare, blocked}) {
