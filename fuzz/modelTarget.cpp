@@ -40,6 +40,7 @@ static void useModel(st_lwoObj *model) {
     drawLwo(model, 1);
     enableCelShading(model, 1);
     drawLwo(model, 1);
+    printRObjs(model, ALL_LAYERS);
     subSetRGB(model, rgba, 0, "b");
 }
 

@@ -7,10 +7,38 @@
 
 using Inputs = std::vector<std::string>;
 
+static std::string texturedSurface() {
+    return chunk("SURF", s0("a") + s0("") + sub("SMAN", f4(1)) +
+                             sampleBlock("IMAP", s0("a") + sub("CHAN", "COLR"),
+                                         sub("PROJ", u2(5)) + sub("IMAG", vx(1))));
+}
+
+// A point in more maps than are looked through one by one.
+static std::string manyMaps() {
+    std::string body = "TXUV" + u2(1) + s0("a");
+    for (int i = 0; i < 40; i++)
+        body += vx(0) + f4(0.5F);
+    return form("LWO2", chunk("TAGS", s0("a")) + chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0)) +
+                            chunk("POLS", "FACE" + u2(3) + vx(0) + vx(1) + vx(0)) +
+                            chunk("VMAP", body) + texturedSurface());
+}
+
+// Polygons of more corners than are smoothed four at a time, which come back to their points.
+static std::string manyCorners() {
+    std::string polygon = u2(20);
+    for (unsigned i = 0; i < 20; i++)
+        polygon += vx(i % 3);
+    return form("LWO2", chunk("TAGS", s0("a")) +
+                            chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0) + f4(0, 1, 0)) +
+                            chunk("POLS", "FACE" + polygon + polygon) + texturedSurface());
+}
+
 static Inputs models() {
     Inputs inputs;
     for (const SampleModel &model : sampleModels())
         inputs.push_back(model.bytes);
+    inputs.push_back(manyMaps());
+    inputs.push_back(manyCorners());
     return inputs;
 }
 

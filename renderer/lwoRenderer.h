@@ -152,8 +152,9 @@ int subObjsFit(st_lwObject *object);
 // ------------------------------------------------------------ textures (textures.cpp)
 
 // Loads the image of every clip of the object, looked up in dir under the clip's file name
-// without its directory. Returns the table, owned by the caller, or null when the object has no
-// clips and, after a line on standard error, without memory.
+// without its directory; what goes beyond 1 GB of pixels counts as not there. Returns the table,
+// owned by the caller, or null when the object has no clips and, after a line on standard error,
+// without memory.
 st_texTable *loadTextures(st_lwObject *object, const char *dir, int contextCount);
 
 // Makes the OpenGL textures of obj for a context, which must be current, and hands their names

@@ -8,18 +8,36 @@
 
 #include <GL/gl.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
-static st_image *loadImage(const st_lwClip *clip, const char *dir) {
-    const std::string path = texturePath(clip, dir);
-    return path.empty() ? nullptr : targa_image_load(path.c_str(), 0, nullptr);
+// Pixels that the images of one model may have, in bytes. Each clip loads its own, so that a small
+// file with many clips of one large image could ask for all memory there is.
+constexpr std::int64_t MAX_IMAGE_BYTES = 1 << 30;
+
+static std::int64_t bytesOf(const st_image *image) {
+    return static_cast<std::int64_t>(image->width) * image->height * ((image->depth + 7) / 8);
 }
 
-static void fillEntry(st_texEntry *entry, const st_lwClip *clip, const char *dir,
-                      int contextCount) {
-    entry->image = loadImage(clip, dir);
+// Null, too, for an image beyond the room that is left, from which it is taken.
+static st_image *loadImage(const st_lwClip *clip, const char *dir, std::int64_t *room) {
+    const std::string path = texturePath(clip, dir);
+    st_image *image = path.empty() ? nullptr : targa_image_load(path.c_str(), 0, nullptr);
+    if (image == nullptr || bytesOf(image) <= *room) {
+        *room -= image == nullptr ? 0 : bytesOf(image);
+        return image;
+    }
+    std::free(image->pixels);
+    std::free(image->id);
+    std::free(image);
+    return nullptr;
+}
+
+static void fillEntry(st_texEntry *entry, const st_lwClip *clip, const char *dir, int contextCount,
+                      std::int64_t *room) {
+    entry->image = loadImage(clip, dir, room);
     entry->failed = entry->image == nullptr;
     entry->clipIndex = clip->index;
     entry->textureIds =
@@ -38,9 +56,10 @@ st_texTable *loadTextures(st_lwObject *object, const char *dir, int contextCount
         std::free(entries);
         return nullptr;
     }
+    std::int64_t room = MAX_IMAGE_BYTES;
     const st_lwClip *clip = object->clips;
     for (int i = 0; i < object->clipCount && clip != nullptr; i++, clip = clip->next) {
-        fillEntry(&entries[i], clip, dir, contextCount);
+        fillEntry(&entries[i], clip, dir, contextCount, &room);
         table->count++;
     }
     table->contextCount = contextCount;

@@ -95,6 +95,17 @@ TEST(Textures, formatFollowsTheImageType) {
     }
 }
 
+// An image of 64 MB that its file leaves black.
+TEST(Textures, imagesBeyondAGigabyteAreNotThere) {
+    writeFile(testPath("a.tga"), targa(10, 4096, 4096, 32, 8, ""));
+    std::string clips;
+    for (unsigned i = 1; i <= 17; i++)
+        clips += stillClip(i, "a.tga");
+    const st_lwoObj *model = loadModel(TRIANGLE + clips);
+    for (int i = 0; i < 17; i++)
+        EXPECT_EQ(model->rObjs[0].textures->entries[i].failed, i == 16 ? 1 : 0) << i;
+}
+
 TEST(Textures, failedImageStillHandsOnAnUnsetName) {
     st_lwoObj *model = loadModel(UV_TRIANGLE + stillClip(1, "missing.tga"));
     resetGlRecorder();
