@@ -99,8 +99,8 @@ std::vector<st_finding> checkModel(const st_modelFile &model) {
     const st_checkedModel checked = prepare(model);
     std::vector<st_finding> findings;
     if (!checked.fits)
-        return {{"size", false, "it would take too much memory",
-                 "the renderer refuses to load it", "use fewer polygons, surfaces or layers"}};
+        return {{"size", false, "it would take too much memory", "the renderer refuses to load it",
+                 "use fewer polygons, surfaces or layers"}};
     for (const std::vector<st_rule> *rules : {&GEOMETRY_RULES, &TEXTURE_RULES})
         for (const st_rule &rule : *rules)
             run(rule, checked, &findings);
