@@ -2,6 +2,7 @@
 // indices of even length. Every reader adds what it consumed to flen, which is also the one
 // error flag: READ_FAILED makes all readers do nothing until the next set_flen.
 #include "reader/chunks.h"
+#include "reader/largePages.h"
 #include "reader/lwo2.h"
 
 #include <algorithm>
@@ -104,6 +105,7 @@ static char *allocateBlock(std::FILE *file, int size) {
         return nullptr;
     }
     char *block = static_cast<char *>(std::malloc(static_cast<std::size_t>(size) + BLOCK_MARGIN));
+    preferLargePages(block, static_cast<std::size_t>(size));
     if (block != nullptr)
         std::memset(block + size, 0, BLOCK_MARGIN);
     return block;

@@ -1,5 +1,7 @@
 // The geometry of a layer: points, polygons and the tags that name their surfaces, read into
+// arrays that grow from chunk to chunk.
 #include "reader/chunks.h"
+#include "reader/largePages.h"
 #include "reader/lwo2.h"
 
 #include <algorithm>
@@ -67,7 +69,11 @@ static void *growArray(void *array, int count, int added, std::size_t recordSize
         return nullptr;
     std::size_t room = roomFor(count + added);
     bool fits = array != nullptr && room == roomFor(count);
-    return fits ? array : std::realloc(array, room * recordSize);
+    if (fits)
+        return array;
+    void *grown = std::realloc(array, room * recordSize);
+    preferLargePages(grown, room * recordSize);
+    return grown;
 }
 
 static bool growPoints(st_lwPointList *list, int added) {

@@ -1,6 +1,7 @@
 // Vertex maps: floats attached to points (VMAP) or to single polygon corners (VMAD), and, for
 // every point and corner, which entries of which maps concern it.
 #include "reader/chunks.h"
+#include "reader/largePages.h"
 #include "reader/lwo2.h"
 
 #include <algorithm>
@@ -51,7 +52,9 @@ static bool countEntries(unsigned char *cursor, const unsigned char *end, st_lwV
 
 // Zeroed, with room for one element even when none is asked for.
 static void *allocArray(std::size_t count, std::size_t elementSize) {
-    return std::calloc(std::max<std::size_t>(count, 1), elementSize);
+    void *array = std::calloc(std::max<std::size_t>(count, 1), elementSize);
+    preferLargePages(array, count * elementSize);
+    return array;
 }
 
 // The rows lie in one block, which values[0] owns, also when there is no row.
