@@ -1,8 +1,8 @@
 // Files with every kind of damage: each either loads or fails as the readers' headers say, leaves
 // nothing behind, takes no more memory than its size warrants and no second of time.
 //
-// Of the larger files some damages are tried. All of them, in hours, with
-//   DAMAGE=all ctest --test-dir build-sanitize -R Damage
+// Of the larger files some damages are tried. Far more of them, in half an hour, with
+//   DAMAGE=all ctest --test-dir build -R Damage
 #include "fuzz/damages.h"
 #include "fuzz/targets.h"
 #include "tests/support/sampleModels.h"
