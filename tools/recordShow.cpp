@@ -36,6 +36,12 @@ static void stop(int number) {
     stopSignal = number;
 }
 
+// A signal that the caller had set aside, as nohup does, stays so.
+static void stopOn(int number) {
+    if (std::signal(number, stop) == SIG_IGN)
+        std::signal(number, SIG_IGN);
+}
+
 static void openJobsFilm() {
     if (!hasMusic())
         std::fprintf(stderr,
@@ -87,7 +93,7 @@ static void endJobsFilm() {
 
 static int recordFilm(int argc, char **argv) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP})
-        std::signal(number, stop);
+        stopOn(number);
     std::atexit(abandonJobsFilm);
     wantSoundtrack();
     offscreenOnFrame(filmFrameDone);
@@ -147,10 +153,14 @@ static void goToShow() {
     const std::filesystem::path folder = showFolder();
     if (folder == ".")
         return;
+    std::error_code failed;
     for (std::string *path : {&job.film, &job.directory, &job.sheet})
-        if (!path->empty())
-            *path = std::filesystem::absolute(*path).string();
-    std::filesystem::current_path(folder);
+        if (!path->empty() && !failed)
+            *path = std::filesystem::absolute(*path, failed).string();
+    if (!failed)
+        std::filesystem::current_path(folder, failed);
+    if (failed)
+        failRecording("cannot go to the show in " + folder.string() + ": " + failed.message());
 }
 
 int main(int argc, char **argv) {
