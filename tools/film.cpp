@@ -8,6 +8,7 @@
 #include <signal.h>
 #include <spawn.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -191,9 +192,17 @@ static std::string startingError(int error) {
     return std::string("ffmpeg could not be started: ") + std::strerror(error);
 }
 
+static bool isDirectory(const std::string &path) {
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 bool openFilm(st_film *film, const st_filmPlan &plan) {
     *film = {};
     film->plan = plan;
+    // Said now, and not when all is drawn and the name cannot be given.
+    if (isDirectory(plan.path))
+        return fail(film, std::strerror(EISDIR));
     signal(SIGPIPE, SIG_IGN);
     signal(SIGXFSZ, SIG_IGN); // ffmpeg inherits it, and so reports a file grown too large
     int pictures = -1;

@@ -232,10 +232,23 @@ TEST(Film, ctrlCEndsItWhereItIs) {
         << readText(output);
 }
 
+TEST(Film, aSignalThatTheCallerSetAsideDoesNotEndIt) {
+    const std::string film = testPath("kept.mkv");
+    const std::string output = testPath("kept.txt");
+    Child child = startChild({"nohup", RECORD_SHOW, film, "--size", "64x48", "--to", "599"},
+                             showFolder(false), {"LIBGL_ALWAYS_SOFTWARE=1"}, output);
+    EXPECT_TRUE(waitUntil([&] { return fs::exists(film + ".part"); })) << readText(output);
+    signalChild(child, SIGHUP);
+    EXPECT_EQ(waitChild(child), 0);
+    EXPECT_EQ(probe(film, "stream=nb_read_frames"), "600\n");
+}
+
 TEST(Film, failsInOneLineAndLeavesTheOldFileAlone) {
     const std::string folder = showFolder(true);
     const std::string film = testPath("old.mkv");
     std::ofstream(film) << "old";
+    const std::string directory = testPath("directory.mkv");
+    fs::create_directories(directory);
     const struct {
         std::vector<std::string> arguments;
         std::string message; // after "recordShow: "
@@ -247,6 +260,7 @@ TEST(Film, failsInOneLineAndLeavesTheOldFileAlone) {
         {{film, "--fps", "0"}, "--fps takes a whole number from 1 to 240", {}, false},
         {{film, "--from", "5", "--to", "4"}, "the film would end", {}, false},
         {{film}, film + " could not be written: ffmpeg is needed", {"PATH="}, false},
+        {{directory}, directory + " could not be written: Is a directory", {}, false},
         {{"/nowhere/x.mp4", "--size", "32x24"}, "/nowhere/x.mp4 could not be written", {}, false},
         {{film, "--size", "32x24", "--to", "4"},
          film + " could not be written: ffmpeg says",
