@@ -32,7 +32,8 @@ static const char *const HELP =
     "  --json   write one JSON document; with --check it holds both\n"
     "  --help   say this\n"
     "\n"
-    "Status: 0 nothing found, 1 something found (notes do not count), 2 something unreadable.\n";
+    "Status: 0 nothing found, 1 something found (notes do not count), 2 something unreadable, or\n"
+    "the report could not be written.\n";
 
 struct st_options {
     bool check = false;
@@ -165,6 +166,14 @@ static void printSummary(const st_result &result) {
     std::printf("%s\n", text.c_str());
 }
 
+// Whether all that was printed has arrived: half a document must not pass for a whole one.
+static bool isWritten() {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return true;
+    std::fputs("lwoinfo: the report could not be written\n", stderr);
+    return false;
+}
+
 int main(int argc, char **argv) {
     st_options options;
     if (!readArguments(argc, argv, &options)) {
@@ -187,7 +196,7 @@ int main(int argc, char **argv) {
         std::printf("%s\n", result.document.dump(2).c_str());
     else if (options.check)
         printSummary(result);
-    if (result.unreadable > 0)
+    if (result.unreadable > 0 || !isWritten())
         return STATUS_UNREADABLE;
     return result.findings > 0 ? STATUS_FINDINGS : STATUS_CLEAN;
 }

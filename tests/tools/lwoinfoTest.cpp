@@ -158,6 +158,11 @@ TEST(Lwoinfo, writesJsonWhateverTheFileHolds) {
     EXPECT_EQ(problem.at("unreadable").at("position"), 20);
 }
 
+TEST(Lwoinfo, saysThatItsReportIsNotWritten) {
+    Plank().write("models");
+    EXPECT_EQ(runChild({LWOINFO, "--json", "plank.lwo"}, testPath("models"), {}, "/dev/full"), 2);
+}
+
 TEST(Lwoinfo, hasNothingAgainstTheSetOfTheShow) {
     Plank().write("models");
     const Outcome seen = run({"--check", SHOW_DIR "/lwo"});
