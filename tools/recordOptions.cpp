@@ -41,7 +41,7 @@ Films (recordShow needs ffmpeg for them)
 Pictures
   --stills LIST  writes these frames to DIR/frame00500.png and so on
   --sheet FILE   writes a contact sheet: the frames side by side, each with its number
-                 and its time
+                 and its time at --fps
   --frames LIST  the sheet's frames where there are no stills (default landmarks)
   --size WxH     pixels of a still (default 800x600); a sheet shows them smaller
 

@@ -1,4 +1,5 @@
-// Every operation succeeds, so the show runs the same with music and without.
+// Music that is not wanted or cannot be read is not opened; all else succeeds, so the show runs the
+// same with music and without.
 #include "tools/soundtrack.h"
 
 #include "sound/fsound.h"
