@@ -42,13 +42,15 @@ for page in "$prefix"/share/man/man1/*.1; do
 done
 
 echo "the manual page and the documents name files that are there"
-for path in $(MANWIDTH=200 man -l "$prefix/share/man/man1/testRender.1" | grep -oE 'PREFIX/[a-zA-Z0-9_/-]+'); do
-    [ -e "$prefix/${path#PREFIX/}" ] || fail "testRender.1 names $path"
-done
+manual=$(MANWIDTH=200 man -l "$prefix/share/man/man1/testRender.1")
 documents="$prefix/share/doc/testRender"
-for path in $(grep -oE 'docs/[A-Za-z0-9/]+\.(jpg|md)' "$documents/README.md"); do
-    [ -e "$documents/$path" ] || fail "README.md names $path"
-done
+named=$(
+    grep -oE 'PREFIX/[a-zA-Z0-9_/-]+' <<<"$manual" | sed "s|PREFIX|$prefix|"
+    grep -oE 'docs/[A-Za-z0-9/]+\.(jpg|md)' "$documents/README.md" | sed "s|^|$documents/|"
+)
+while read -r path; do
+    [ -e "$path" ] || fail "$path is named and not there"
+done <<<"$named"
 
 echo "the desktop entry is valid, its icon is there and cut out"
 desktop-file-validate "$prefix/share/applications/testRender.desktop"
