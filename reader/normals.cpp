@@ -1,10 +1,10 @@
 // What the geometry of a layer implies: a normal for each polygon, the polygons around each
 // point, and a smoothed normal for each corner.
 //
-// Corners are smoothed point by point, four at a time. Whether two polygons smooth into each
+// Corners are smoothed point by point, eight at a time. Whether two polygons smooth into each
 // other is the question whether the angle between them, the arc cosine of a product, is small
-// enough; the product answers that by itself unless rounding could matter. Those few corners
-// are done again by the formula, so that every result is the formula's to the last bit.
+// enough; the product answers that by itself unless rounding could matter. Those few pairs are
+// left to the formula, so that every result is the formula's to the last bit.
 #include "reader/chunks.h"
 #include "reader/lwo2.h"
 
@@ -172,11 +172,7 @@ bool getNormalsAndUsers(st_lwPointList *pointList, st_lwPolygonList *polygonList
 // Products of normals that differ by less than this from a bound are left to the formula. A
 // product in single precision is off by less than a millionth.
 constexpr float DOUBT = 2e-6F;
-constexpr double FINE_DOUBT = 1e-9; // the same for products in double precision
-
-// Polygons of more corners are done corner by corner: looking for the corner that is at a given
-// point would take too long.
-constexpr int FEW_CORNERS = 16;
+constexpr double FINE_DOUBT = 1e-14; // the same for products in double precision
 
 // What a smoothing angle means for the product of two normals of unit length.
 struct st_angleBound {
@@ -199,12 +195,13 @@ static st_angleBound boundOf(float angle) {
 
 static bool smoothsInto(const float a[3], const float b[3], const st_angleBound *bound) {
     double product = dot(a, b);
-    // Also false when the product is not a number.
-    if (product >= -1.0 && std::abs(product - bound->cosine) > FINE_DOUBT)
+    // The same direction; or no angle at all, where rounding takes the product past 1 or -1 or it
+    // is not a number: no angle is too large.
+    if (!(product >= -1.0 && product < 1.0))
+        return true;
+    if (std::abs(product - bound->cosine) > FINE_DOUBT)
         return product > bound->cosine;
-    double angle = std::acos(product);
-    // Not a number where rounding takes the product past 1: no angle at all, so smooth.
-    return !(angle > static_cast<double>(bound->angle));
+    return !(std::acos(product) > static_cast<double>(bound->angle));
 }
 
 static float smoothingOf(const st_lwPolygon *polygon) {
@@ -230,52 +227,133 @@ static void smoothCorner(const st_lwPoint *point, const st_lwPolygon *polygons, 
 
 // ---------------------------------------------------------------- corners of a point
 
-// Corners at one point, of as many polygons, all of which are smoothed over the same angle. Where
-// there are fewer the last one is repeated.
-struct st_corners {
-    int count;
-    int polygon[LANES];
-    st_floats sum[3]; // of the normals of their polygons and of neighbours
-    st_ints doubtful; // -1 where a neighbour came too near to a bound, else 0
+// What the corners at a point are compared with: its polygons, side by side.
+struct st_neighbour {
+    float opposite[3]; // of the normal
+    int group;
 };
 
-// Adding -0 changes no number.
-static inline void addWhere(st_ints wanted, float number, st_floats *sum) {
-    const st_floats added = {number, number, number, number};
-    const st_floats nothing = {-0.0F, -0.0F, -0.0F, -0.0F};
-    *sum += wanted ? added : nothing;
+// Points of up to so many polygons take no memory, and no trouble to save comparisons.
+constexpr int FEW_NEIGHBOURS = 32;
+
+struct st_neighbours {
+    int count;
+    const int *numbers; // of the polygons
+    st_neighbour *items;
+    bool oneGroup; // all of them
+};
+
+// Corners at one point, of as many polygons. Where there are fewer the last one is repeated.
+constexpr int HALVES = 2;
+constexpr int MAX_CORNERS = HALVES * LANES;
+
+struct st_corners {
+    int count;
+    int places[MAX_CORNERS]; // among the neighbours, ascending
+    st_angleBound bounds[MAX_CORNERS];
+    struct {
+        st_floats opposite[3]; // of the normals of the corners' polygons
+        st_ints number;        // of these
+        st_ints group;
+        st_floats above; // the bounds'
+        st_floats below;
+        st_floats floor;
+        st_floats sum[3]; // of the normals of polygons and neighbours
+    } halves[HALVES];
+};
+
+static inline bool areAll(st_ints lanes) {
+    std::int64_t pairs[2];
+    std::memcpy(pairs, &lanes, sizeof pairs);
+    return (pairs[0] & pairs[1]) == -1;
 }
 
-// Adds to each corner the neighbours that it smooths into.
-static void addNeighbours(st_corners *corners, const st_lwPoint *point,
-                          const st_lwPolygon *polygons, const st_angleBound *bound) {
-    const int *own = corners->polygon;
-    const st_lwPolygon &a = polygons[own[0]];
-    const st_lwPolygon &b = polygons[own[1]];
-    const st_lwPolygon &c = polygons[own[2]];
-    const st_lwPolygon &d = polygons[own[3]];
-    const st_ints number = {own[0], own[1], own[2], own[3]};
-    const st_ints group = {a.smoothGroup, b.smoothGroup, c.smoothGroup, d.smoothGroup};
-    const st_floats x = {a.normal[0], b.normal[0], c.normal[0], d.normal[0]};
-    const st_floats y = {a.normal[1], b.normal[1], c.normal[1], d.normal[1]};
-    const st_floats z = {a.normal[2], b.normal[2], c.normal[2], d.normal[2]};
-    st_floats sum[3] = {x, y, z};
-    st_ints doubtful = {};
-    for (int i = 0; i < point->polygonCount; i++) {
-        const st_lwPolygon *neighbour = &polygons[point->polygons[i]];
-        const float *normal = neighbour->normal;
-        st_floats product = x * normal[0] + y * normal[1] + z * normal[2];
-        st_ints concerned = (number != point->polygons[i]) & (group == neighbour->smoothGroup);
-        st_ints smooth = product > bound->above;
-        st_ints faceted = (product < bound->below) & (product > bound->floor);
-        doubtful |= concerned & ~(smooth | faceted);
-        smooth &= concerned;
-        addWhere(smooth, normal[0], &sum[0]);
-        addWhere(smooth, normal[1], &sum[1]);
-        addWhere(smooth, normal[2], &sum[2]);
+// Adds a number by its opposite: taking away 0 changes no number, not even -0, which adding 0
+// would.
+static inline void addWhere(st_ints wanted, st_floats opposite, st_floats *sum) {
+    *sum -= wanted ? opposite : st_floats{};
+}
+
+static inline st_floats fourTimes(float number) {
+    return st_floats{number, number, number, number};
+}
+
+// Answers by the formula where a product came too near to a bound. That of the opposites is the
+// same as that of the normals.
+static void settle(const st_corners *corners, int half, st_ints clear, const float neighbour[3],
+                   st_ints *smooth) {
+    for (int lane = 0; lane < LANES; lane++) {
+        if (clear[lane] != 0)
+            continue;
+        const st_floats *own = corners->halves[half].opposite;
+        const float opposite[3] = {own[0][lane], own[1][lane], own[2][lane]};
+        bool isSmooth = smoothsInto(opposite, neighbour, &corners->bounds[half * LANES + lane]);
+        (*smooth)[lane] = isSmooth ? -1 : 0;
     }
-    std::memcpy(corners->sum, sum, sizeof sum);
-    corners->doubtful = doubtful;
+}
+
+// Adds to each corner those of some neighbours that it smooths into. Which of them concern it, for
+// being another polygon of the same group, is only asked where that is not known.
+template <int USED_HALVES, bool ASK>
+static void addNeighbours(st_corners *corners, const st_neighbours *neighbours, int first,
+                          int last) {
+    st_floats sums[USED_HALVES][3];
+    for (int half = 0; half < USED_HALVES; half++)
+        std::memcpy(sums[half], corners->halves[half].sum, sizeof sums[half]);
+    for (int i = first; i < last; i++) {
+        const st_neighbour &neighbour = neighbours->items[i];
+        const st_floats x = fourTimes(neighbour.opposite[0]);
+        const st_floats y = fourTimes(neighbour.opposite[1]);
+        const st_floats z = fourTimes(neighbour.opposite[2]);
+        st_ints smooth[USED_HALVES];
+        st_ints clear[USED_HALVES];
+        st_ints concerned[USED_HALVES];
+        for (int half = 0; half < USED_HALVES; half++) {
+            const auto &own = corners->halves[half];
+            st_floats product = own.opposite[0] * x + own.opposite[1] * y + own.opposite[2] * z;
+            smooth[half] = product > own.above;
+            clear[half] = smooth[half] | ((product < own.below) & (product > own.floor));
+            if (ASK) {
+                concerned[half] =
+                    (own.number != neighbours->numbers[i]) & (own.group == neighbour.group);
+                clear[half] |= ~concerned[half];
+            }
+        }
+        if (!areAll(clear[0] & clear[USED_HALVES - 1]))
+            for (int half = 0; half < USED_HALVES; half++)
+                settle(corners, half, clear[half], neighbour.opposite, &smooth[half]);
+        for (int half = 0; half < USED_HALVES; half++) {
+            if (ASK)
+                smooth[half] &= concerned[half];
+            addWhere(smooth[half], x, &sums[half][0]);
+            addWhere(smooth[half], y, &sums[half][1]);
+            addWhere(smooth[half], z, &sums[half][2]);
+        }
+    }
+    for (int half = 0; half < USED_HALVES; half++)
+        std::memcpy(corners->halves[half].sum, sums[half], sizeof sums[half]);
+}
+
+// All neighbours, in their order: it decides the last bit of the sums.
+template <int USED_HALVES>
+static void addAllNeighbours(st_corners *corners, const st_neighbours *neighbours) {
+    bool ask = neighbours->count <= FEW_NEIGHBOURS || !neighbours->oneGroup;
+    int first = ask ? 0 : corners->places[0];
+    int last = ask ? neighbours->count : corners->places[corners->count - 1] + 1;
+    // A polygon that is listed twice stands in a row.
+    while (last < neighbours->count && neighbours->numbers[last] == neighbours->numbers[last - 1])
+        last++;
+    addNeighbours<USED_HALVES, false>(corners, neighbours, 0, first);
+    addNeighbours<USED_HALVES, true>(corners, neighbours, first, last);
+    addNeighbours<USED_HALVES, false>(corners, neighbours, last, neighbours->count);
+}
+
+// Whether a polygon's corner at the point is done together with the point's others. It then has
+// to be looked for in the polygon, which must not take longer than the comparisons.
+constexpr int FEW_CORNERS = 16;
+
+static bool isDoneWithPoint(const st_lwPolygon *polygon, const st_lwPoint *point) {
+    return polygon->vertexCount <= std::max(FEW_CORNERS, point->polygonCount);
 }
 
 // Gives a result to the corners of its polygon that are at the point.
@@ -285,92 +363,172 @@ static void storeNormal(const st_lwPolygon *polygon, int point, const float norm
             std::memcpy(polygon->vertices[i].normal, normal, sizeof(float[3]));
 }
 
-static void storeNormals(const st_corners *corners, const st_lwPoint *point, int pointIndex,
-                         const st_lwPolygon *polygons, const st_angleBound *bound) {
-    for (int lane = 0; lane < corners->count; lane++) {
-        int own = corners->polygon[lane];
-        float normal[3] = {corners->sum[0][lane], corners->sum[1][lane], corners->sum[2][lane]};
-        if (corners->doubtful[lane] != 0)
-            smoothCorner(point, polygons, own, bound, normal);
-        storeNormal(&polygons[own], pointIndex, normal);
+static void storeNormals(const st_corners *corners, const st_neighbours *neighbours, int pointIndex,
+                         const st_lwPolygon *polygons) {
+    for (int i = 0; i < corners->count; i++) {
+        const st_floats *sum = corners->halves[i / LANES].sum;
+        const float normal[3] = {sum[0][i % LANES], sum[1][i % LANES], sum[2][i % LANES]};
+        storeNormal(&polygons[neighbours->numbers[corners->places[i]]], pointIndex, normal);
     }
 }
 
-// Finds the next corners from a place in the point's polygons on; the place behind them. bound is
+static inline st_floats gatherFour(const float *a, const float *b, const float *c, const float *d) {
+    return st_floats{*a, *b, *c, *d};
+}
+
+// Sets what four corners are to be compared by.
+static void setHalf(st_corners *corners, int number, const st_neighbours *neighbours,
+                    const st_lwPolygon *polygons) {
+    auto &half = corners->halves[number];
+    const int *places = &corners->places[number * LANES];
+    const st_neighbour *item[LANES];
+    for (int lane = 0; lane < LANES; lane++)
+        item[lane] = &neighbours->items[places[lane]];
+    const int *numbers = neighbours->numbers;
+    half.number =
+        st_ints{numbers[places[0]], numbers[places[1]], numbers[places[2]], numbers[places[3]]};
+    half.group = st_ints{item[0]->group, item[1]->group, item[2]->group, item[3]->group};
+    const st_lwPolygon *own[LANES];
+    for (int lane = 0; lane < LANES; lane++)
+        own[lane] = &polygons[half.number[lane]];
+    for (int axis = 0; axis < 3; axis++) {
+        half.opposite[axis] = gatherFour(&item[0]->opposite[axis], &item[1]->opposite[axis],
+                                         &item[2]->opposite[axis], &item[3]->opposite[axis]);
+        half.sum[axis] = gatherFour(&own[0]->normal[axis], &own[1]->normal[axis],
+                                    &own[2]->normal[axis], &own[3]->normal[axis]);
+    }
+    const st_angleBound *bounds = &corners->bounds[number * LANES];
+    half.above = gatherFour(&bounds[0].above, &bounds[1].above, &bounds[2].above, &bounds[3].above);
+    half.below = gatherFour(&bounds[0].below, &bounds[1].below, &bounds[2].below, &bounds[3].below);
+    half.floor = gatherFour(&bounds[0].floor, &bounds[1].floor, &bounds[2].floor, &bounds[3].floor);
+}
+
+// Finds the next corners from a place among the neighbours on; the place behind them. bound is
 // kept from call to call: most surfaces have the same angle.
-static int gatherCorners(st_corners *corners, const st_lwPoint *point, const st_lwPolygon *polygons,
-                         int place, st_angleBound *bound) {
+static int gatherCorners(st_corners *corners, const st_lwPoint *point,
+                         const st_neighbours *neighbours, const st_lwPolygon *polygons, int place,
+                         st_angleBound *bound) {
     int count = 0;
-    for (; place < point->polygonCount && count < LANES; place++) {
-        int number = point->polygons[place];
+    for (; place < neighbours->count && count < MAX_CORNERS; place++) {
+        int number = neighbours->numbers[place];
         float smoothing = smoothingOf(&polygons[number]);
-        bool again = place > 0 && point->polygons[place - 1] == number;
-        if (again || !(smoothing > 0.0F) || polygons[number].vertexCount > FEW_CORNERS)
+        bool again = place > 0 && neighbours->numbers[place - 1] == number;
+        if (again || !(smoothing > 0.0F) || !isDoneWithPoint(&polygons[number], point))
             continue;
-        if (smoothing != bound->angle && count > 0)
-            break;
         if (smoothing != bound->angle)
             *bound = boundOf(smoothing);
-        corners->polygon[count++] = number;
+        corners->places[count] = place;
+        corners->bounds[count++] = *bound;
     }
-    for (int lane = count; lane > 0 && lane < LANES; lane++)
-        corners->polygon[lane] = corners->polygon[lane - 1];
     corners->count = count;
+    for (int lane = count; lane > 0 && lane % LANES != 0; lane++) {
+        corners->places[lane] = corners->places[count - 1];
+        corners->bounds[lane] = *bound;
+    }
+    for (int half = 0; half * LANES < count; half++)
+        setHalf(corners, half, neighbours, polygons);
     return place;
 }
 
+// What is not a number stays as it is, with its sign.
+static float oppositeOf(float number) {
+    return std::isnan(number) ? number : -number;
+}
+
+static void listNeighbours(const st_lwPoint *point, const st_lwPolygon *polygons,
+                           st_neighbours *neighbours) {
+    neighbours->count = point->polygonCount;
+    neighbours->numbers = point->polygons;
+    neighbours->oneGroup = true;
+    for (int i = 0; i < point->polygonCount; i++) {
+        const st_lwPolygon *polygon = &polygons[point->polygons[i]];
+        for (int axis = 0; axis < 3; axis++)
+            neighbours->items[i].opposite[axis] = oppositeOf(polygon->normal[axis]);
+        neighbours->items[i].group = polygon->smoothGroup;
+        neighbours->oneGroup &= polygon->smoothGroup == neighbours->items[0].group;
+    }
+}
+
 static void smoothPoint(const st_lwPoint *point, int pointIndex, const st_lwPolygon *polygons,
-                        st_angleBound *bound) {
+                        st_neighbours *neighbours, st_angleBound *bound) {
+    listNeighbours(point, polygons, neighbours);
     for (int place = 0; place < point->polygonCount;) {
         st_corners corners;
-        place = gatherCorners(&corners, point, polygons, place, bound);
+        place = gatherCorners(&corners, point, neighbours, polygons, place, bound);
         if (corners.count == 0)
             return;
-        addNeighbours(&corners, point, polygons, bound);
-        normalizeFour(corners.sum);
-        storeNormals(&corners, point, pointIndex, polygons, bound);
+        bool isHalf = corners.count <= LANES;
+        if (isHalf)
+            addAllNeighbours<1>(&corners, neighbours);
+        else
+            addAllNeighbours<HALVES>(&corners, neighbours);
+        for (int half = 0; half < (isHalf ? 1 : HALVES); half++)
+            normalizeFour(corners.halves[half].sum);
+        storeNormals(&corners, neighbours, pointIndex, polygons);
     }
 }
 
 // ------------------------------------------------------------------------ the corners
 
-// The corners of a polygon of many. done has a place for each point: the corner at it that was
-// done last, so that a polygon that comes back to a point is not smoothed there again. Without
-// memory for that it is null.
-static void smoothLargePolygon(const st_lwPointList *points, st_lwPolygon *polygons, int own,
-                               st_lwPolygonVertex **done) {
+// The corners of a polygon that are not done with their points, or all. done has a place for each
+// point: the corner at it that was done last, so that a polygon that comes back to a point is not
+// smoothed there again. Without memory for that it is null.
+static void smoothPolygon(const st_lwPointList *points, st_lwPolygon *polygons, int own, bool all,
+                          st_lwPolygonVertex **done) {
     st_angleBound bound = boundOf(smoothingOf(&polygons[own]));
     st_lwPolygonVertex *first = polygons[own].vertices;
     for (int i = 0; i < polygons[own].vertexCount; i++) {
-        int point = first[i].index;
-        if (done != nullptr && done[point] >= first && done[point] < first + i) {
-            std::memcpy(first[i].normal, done[point]->normal, sizeof first[i].normal);
+        int index = first[i].index;
+        const st_lwPoint *point = &points->points[index];
+        if (!all && isDoneWithPoint(&polygons[own], point))
+            continue;
+        if (done != nullptr && done[index] >= first && done[index] < first + i) {
+            std::memcpy(first[i].normal, done[index]->normal, sizeof first[i].normal);
             continue;
         }
-        smoothCorner(&points->points[point], polygons, own, &bound, first[i].normal);
+        smoothCorner(point, polygons, own, &bound, first[i].normal);
         if (done != nullptr)
-            done[point] = &first[i];
+            done[index] = &first[i];
     }
 }
 
-static void smoothLargePolygons(const st_lwPointList *points, st_lwPolygonList *polygons) {
+static void smoothPolygons(const st_lwPointList *points, st_lwPolygonList *polygons, bool all) {
     st_lwPolygonVertex **done = nullptr;
     for (int i = 0; i < polygons->count; i++) {
         const st_lwPolygon *polygon = &polygons->polygons[i];
-        if (polygon->vertexCount <= FEW_CORNERS || !(smoothingOf(polygon) > 0.0F))
+        if ((!all && polygon->vertexCount <= FEW_CORNERS) || !(smoothingOf(polygon) > 0.0F))
             continue;
         if (done == nullptr)
             done = static_cast<st_lwPolygonVertex **>(
                 std::calloc(static_cast<std::size_t>(points->count), sizeof(void *)));
-        smoothLargePolygon(points, polygons->polygons, i, done);
+        smoothPolygon(points, polygons->polygons, i, all, done);
     }
     std::free(done);
 }
 
-static void smoothPoints(const st_lwPointList *points, st_lwPolygonList *polygons) {
+static int mostPolygons(const st_lwPointList *points) {
+    int most = 0;
+    for (int i = 0; i < points->count; i++)
+        most = std::max(most, points->points[i].polygonCount);
+    return most;
+}
+
+// False without memory.
+static bool smoothPoints(const st_lwPointList *points, st_lwPolygonList *polygons) {
+    st_neighbour few[FEW_NEIGHBOURS];
+    st_neighbours neighbours = {};
+    neighbours.items = few;
+    std::size_t most = static_cast<std::size_t>(mostPolygons(points));
+    if (most > FEW_NEIGHBOURS)
+        neighbours.items = static_cast<st_neighbour *>(std::malloc(most * sizeof(st_neighbour)));
+    if (neighbours.items == nullptr)
+        return false;
     st_angleBound bound = boundOf(0.0F);
     for (int i = 0; i < points->count; i++)
-        smoothPoint(&points->points[i], i, polygons->polygons, &bound);
+        smoothPoint(&points->points[i], i, polygons->polygons, &neighbours, &bound);
+    if (neighbours.items != few)
+        std::free(neighbours.items);
+    return true;
 }
 
 // Corners that are not smoothed have the normal of their polygon; whether any is, is returned.
@@ -411,6 +569,6 @@ double countComparisons(const st_lwPointList *pointList, const st_lwPolygonList 
 void lwGetVertNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
     if (!setFacetedNormals(polygonList))
         return;
-    smoothPoints(pointList, polygonList);
-    smoothLargePolygons(pointList, polygonList);
+    bool all = !smoothPoints(pointList, polygonList);
+    smoothPolygons(pointList, polygonList, all);
 }

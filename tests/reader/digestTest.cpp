@@ -137,19 +137,28 @@ static int countWrongNormals(const st_lwLayer &layer) {
     return wrong;
 }
 
-// A fan of triangles about the origin, all of which meet in one edge, each turned by another
-// angle; every third one looks the other way.
-static std::string fan(const std::vector<float> &angles, float smoothing) {
+// A fan of polygons that all meet in one edge, each turned by another angle; every third one looks
+// the other way, every fifth one comes back to the origin again and again. Of two surfaces, the
+// second one smooths over half the angle.
+static std::string fan(const std::vector<float> &angles, float smoothing, bool grouped) {
     std::string points = f4(0, 0, 0) + f4(0, 1, 0);
     std::string polygons = "FACE";
-    std::string tags = "SURF";
+    std::string surfaces = "SURF";
+    std::string groups = "SMGP";
     for (unsigned i = 0; i < angles.size(); i++) {
         points += f4(std::cos(angles[i]), 0, std::sin(angles[i]));
-        polygons += u2(3) + vx(0) + vx(i % 3 == 2 ? 1 : i + 2) + vx(i % 3 == 2 ? i + 2 : 1);
-        tags += vx(i) + vx(0);
+        const unsigned visits = i % 5 == 4 ? 17 : 0;
+        polygons += u2(3 + visits) + vx(0) + vx(i % 3 == 2 ? 1 : i + 2);
+        for (unsigned visit = 0; visit < visits; visit++)
+            polygons += vx(0);
+        polygons += vx(i % 3 == 2 ? i + 2 : 1);
+        surfaces += vx(i) + vx(i % 4 == 1 ? 1 : 0);
+        groups += vx(i) + vx(grouped && i % 7 < 3 ? 1 : 0);
     }
-    return chunk("TAGS", s0("s")) + chunk("PNTS", points) + chunk("POLS", polygons) +
-           chunk("PTAG", tags) + chunk("SURF", s0("s") + s0("") + sub("SMAN", f4(smoothing)));
+    return chunk("TAGS", s0("s") + s0("t")) + chunk("PNTS", points) + chunk("POLS", polygons) +
+           chunk("PTAG", surfaces) + chunk("PTAG", groups) +
+           chunk("SURF", s0("s") + s0("") + sub("SMAN", f4(smoothing))) +
+           chunk("SURF", s0("t") + s0("") + sub("SMAN", f4(smoothing / 2)));
 }
 
 // Pairs at, just below and just above the angle, opposite ones, and ones of the same direction:
@@ -158,11 +167,13 @@ TEST(Normals, areThoseOfTheFormulaAtEveryAngle) {
     for (const float base : {1e-4F, 0.01F, 0.5F, 0.785398F, 1.5707963F, 3.0F, 3.1415927F, 4.0F})
         for (int step = -2; step <= 2; step++) {
             const float smoothing = base * (1.0F + static_cast<float>(step) * 6e-8F);
-            std::vector<float> angles(13);
-            for (std::size_t i = 0; i < angles.size(); i++)
-                angles[i] = static_cast<float>(i) * 0.5F * base;
-            const Object object = loadLWO2(fan(angles, smoothing));
-            ASSERT_NE(object, nullptr);
-            EXPECT_EQ(countWrongNormals(*object->layers), 0) << smoothing;
+            for (const std::size_t count : {13, 14, 100, 101}) {
+                std::vector<float> angles(count);
+                for (std::size_t i = 0; i < count; i++)
+                    angles[i] = static_cast<float>(i % 13) * 0.5F * base;
+                const Object object = loadLWO2(fan(angles, smoothing, count % 2 == 1));
+                ASSERT_NE(object, nullptr);
+                EXPECT_EQ(countWrongNormals(*object->layers), 0) << smoothing << ' ' << count;
+            }
         }
 }
