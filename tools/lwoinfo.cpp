@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -174,16 +175,7 @@ static bool isWritten() {
     return false;
 }
 
-int main(int argc, char **argv) {
-    st_options options;
-    if (!readArguments(argc, argv, &options)) {
-        std::fputs(USAGE, stderr);
-        return STATUS_UNREADABLE;
-    }
-    if (options.help) {
-        std::printf("%s\n%s", USAGE, HELP);
-        return STATUS_CLEAN;
-    }
+static int lookAtAll(const st_options &options) {
     st_result result;
     for (const std::string &path : options.paths) {
         std::error_code ignored;
@@ -199,4 +191,20 @@ int main(int argc, char **argv) {
     if (result.unreadable > 0 || !isWritten())
         return STATUS_UNREADABLE;
     return result.findings > 0 ? STATUS_FINDINGS : STATUS_CLEAN;
+}
+
+int main(int argc, char **argv) try {
+    st_options options;
+    if (!readArguments(argc, argv, &options)) {
+        std::fputs(USAGE, stderr);
+        return STATUS_UNREADABLE;
+    }
+    if (options.help) {
+        std::printf("%s\n%s", USAGE, HELP);
+        return STATUS_CLEAN;
+    }
+    return lookAtAll(options);
+} catch (const std::exception &failure) { // no memory
+    std::fprintf(stderr, "lwoinfo: %s\n", failure.what());
+    return STATUS_UNREADABLE;
 }
