@@ -167,7 +167,7 @@ TEST(Normals, areThoseOfTheFormulaAtEveryAngle) {
     for (const float base : {1e-4F, 0.01F, 0.5F, 0.785398F, 1.5707963F, 3.0F, 3.1415927F, 4.0F})
         for (int step = -2; step <= 2; step++) {
             const float smoothing = base * (1.0F + static_cast<float>(step) * 6e-8F);
-            for (const std::size_t count : {13, 14, 100, 101}) {
+            for (const std::size_t count : {13U, 14U, 100U, 101U}) {
                 std::vector<float> angles(count);
                 for (std::size_t i = 0; i < count; i++)
                     angles[i] = static_cast<float>(i % 13) * 0.5F * base;
