@@ -163,7 +163,7 @@ static std::string numbered(unsigned i) {
 static std::vector<Danger> largeDangers() {
     const std::string mapOfNone = "TXUV" + u2(0) + s0("b");
     return {
-        {"polygons around a point", newer(fan(25000) + surface(sub("SMAN", f4(1)))), FAILS},
+        {"polygons around a point", newer(fan(41000) + surface(sub("SMAN", f4(1)))), FAILS},
         {"layers",
          newer(repeated(
              8000, [](unsigned i) { return chunk("LAYR", u2(i) + u2(0) + f4(0, 0, 0) + s0("")); })),
@@ -204,12 +204,15 @@ static std::vector<Danger> largeDangers() {
     };
 }
 
+// A guard against what grows with the square, not a claim about speed.
+constexpr std::clock_t GUARD = 20 * CLOCKS_PER_SEC;
+
 TEST(Danger, inLargeFilesIsMet) {
     for (const Danger &danger : largeDangers())
         for (const st_fuzzTarget &target : {FUZZ_TARGETS[0], FUZZ_TARGETS[2]}) {
             const std::clock_t start = std::clock();
             const st_verdict verdict = target.judge(danger.bytes);
-            EXPECT_LT(std::clock() - start, 3 * CLOCKS_PER_SEC) << target.name << danger.what;
+            EXPECT_LT(std::clock() - start, GUARD) << target.name << danger.what;
             EXPECT_EQ(verdict.problem, "") << target.name << ": " << danger.what;
             EXPECT_EQ(verdict.accepted, danger.fate == LOADS) << target.name << ": " << danger.what;
         }
