@@ -50,14 +50,24 @@ protected:
     }
 
     void startShow(const std::string &soundDriver = "disk") {
+        // The window of a show that has just ended stays until the server notices its end.
+        ASSERT_TRUE(waitUntil([&] { return xdotool({"search", "--name", TITLE}) == ""; }));
         show = startChild({TEST_RENDER}, directory,
                           {display, "LIBGL_ALWAYS_SOFTWARE=1", "SDL_AUDIODRIVER=" + soundDriver,
                            "SDL_DISKAUDIOFILE=" + directory + "/heard.raw"},
                           directory + "/show.txt");
         ASSERT_TRUE(waitUntil([&] {
-            return xdotool({"search", "--name", TITLE}) != "";
+            window = std::to_string(std::atol(xdotool({"search", "--name", TITLE}).c_str()));
+            return window != "0";
         })) << readText(directory + "/show.txt");
-        window = std::to_string(std::atol(xdotool({"search", "--name", TITLE}).c_str()));
+    }
+
+    // Keys reach the window that has the focus, which the window manager gives in its own time.
+    void press(std::vector<std::string> keys) {
+        ASSERT_TRUE(waitUntil([&] { return xdotool({"getwindowfocus"}) == window + "\n"; }))
+            << xdotool({"getwindowfocus"});
+        keys.insert(keys.begin(), "key");
+        xdotool(keys);
     }
 
     // What a program of the display prints.
@@ -100,20 +110,20 @@ TEST_F(WindowTest, fillsTheScreenIgnoresOtherKeysAndQuitsOnQ) {
                geometry.find("Position: 0,0") != std::string::npos;
     };
     EXPECT_TRUE(waitUntil(fullScreen)) << xdotool({"getwindowgeometry", window});
-    xdotool({"key", "--window", window, "x", "space", "Return"});
+    press({"x", "space", "Return"});
     EXPECT_NE(xdotool({"search", "--name", TITLE}), "");
-    xdotool({"key", "--window", window, "q"});
+    press({"q"});
     EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
     EXPECT_EQ(readText(directory + "/show.txt").find("lwoRenderer>"), std::string::npos);
 }
 
 TEST_F(WindowTest, goesOnWithoutASoundDeviceAndWithoutMusic) {
     startShow("no such driver");
-    xdotool({"key", "--window", window, "q"});
+    press({"q"});
     EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
     fs::remove(directory + "/" + MUSIC);
     startShow();
-    xdotool({"key", "--window", window, "q"});
+    press({"q"});
     EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
 }
 
