@@ -14,26 +14,27 @@ static double growth(const std::map<int, ModelResult> &sizes, const std::string 
 }
 
 static void printRow(const std::string &name, int polygons, const ModelResult &result,
-                     double plainSeconds) {
+                     const ModelResult &plain) {
     const double limit = result.best.at("limit").seconds;
     const Load &reader = result.best.at("reader");
     const double model = result.best.at("model").seconds;
     std::printf(
-        "| %s | %d | %.1f | %.1f | %.1f | %.2f | %.0f | %.2f | %.1f | %.2f | %.0f | %.0f |\n",
+        "| %s | %d | %.1f | %.1f | %.1f | %.2f | %.0f | %.2f | %.1f | %.2f | %.2f | %.0f | %.0f |\n",
         name.c_str(), polygons, result.fileBytes / 1e6, limit * 1e3, reader.seconds * 1e3,
         reader.seconds / limit, result.fileBytes / 1e6 / reader.seconds,
-        reader.seconds / plainSeconds, model * 1e3, model / limit, reader.peakBytes / 1e6,
+        reader.seconds / plain.best.at("reader").seconds, model * 1e3, model / limit,
+        model / plain.best.at("model").seconds, reader.peakBytes / 1e6,
         reader.peakBytes / static_cast<double>(result.size.corners));
 }
 
 void printModels(const ModelResults &results) {
-    std::puts("| model | polygons | file MB | limit ms | reader ms | reader / limit | MB/s | "
-              "/ LWO2 | newLwoObj ms | newLwoObj / limit | reader peak MB | bytes a corner |");
-    std::puts("|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|");
+    std::puts(
+        "| model | polygons | file MB | limit ms | reader ms | reader / limit | MB/s | "
+        "/ LWO2 | newLwoObj ms | newLwoObj / limit | / LWO2 | reader peak MB | bytes a corner |");
+    std::puts("|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|");
     for (const ModelCase &item : modelCases())
         for (const auto &[polygons, result] : results.at(item.name))
-            printRow(item.name, polygons, result,
-                     results.at(modelCases()[0].name).at(polygons).best.at("reader").seconds);
+            printRow(item.name, polygons, result, results.at(modelCases()[0].name).at(polygons));
     std::puts("\n| growth from the smallest to the largest | limit | reader | newLwoObj |");
     std::puts("|---|--:|--:|--:|");
     for (const ModelCase &item : modelCases()) {

@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 // Blocks from here on are zeroed by pages; below, asking the kernel takes longer.
-constexpr std::size_t MANY_BYTES = 0x4000;
+constexpr std::size_t MANY_BYTES = 0x2000;
 
 // Zeroes a block by giving its whole pages back to the kernel, which hands out zeroed ones for
 // those that are used. Much of what a model holds never is: colours that nobody sets, the ends of
