@@ -3,6 +3,7 @@
 #include "fuzz/targets.h"
 #include "image/targa_image.h"
 #include "renderer/lwoRenderer.h"
+#include "tests/support/allocations.h"
 #include "tests/support/memoryFile.h"
 #include "tests/support/sampleModels.h"
 #include "tests/support/targaWriter.h"
@@ -12,6 +13,7 @@
 
 #include <ctime>
 #include <filesystem>
+#include <sys/stat.h>
 
 enum Fate { LOADS, FAILS };
 
@@ -236,14 +238,40 @@ TEST(Danger, inImagesIsMet) {
     }
 }
 
+// Pipes above all: nobody writes to these, and who opens one waits.
 TEST(Danger, inWhatIsNoFileIsMet) {
-    testing::internal::CaptureStdout();
+    const std::string pipe = testPath("pipe.lwo");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     const std::string manyDirectories = testPath(std::string(190, 'd') + "/m.lwo");
     for (const std::string &path :
-         {testPath(""), std::string("/dev/null"), std::string("/dev/zero"), std::string("/"),
-          std::string(), manyDirectories, std::string(100000, 'd') + "/m.lwo"})
+         {testPath(""), pipe, std::string("/dev/null"), std::string("/dev/zero"), std::string("/"),
+          std::string(), manyDirectories, std::string(100000, 'd') + "/m.lwo"}) {
+        unsigned failID = 1;
+        int failpos = 2;
+        EXPECT_EQ(lwGetObject(path.c_str(), &failID, &failpos), nullptr) << path;
+        EXPECT_EQ(lwGetObject5(path.c_str(), &failID, &failpos), nullptr) << path;
+        EXPECT_TRUE(failID == 1 && failpos == 2) << path;
+        EXPECT_EQ(targa_image_load(path.c_str(), 0, nullptr), nullptr) << path;
+        testing::internal::CaptureStdout();
         EXPECT_EQ(newLwoObj(path.c_str(), 1), nullptr) << path;
-    EXPECT_NE(testing::internal::GetCapturedStdout(), "");
-    EXPECT_EQ(targa_image_load(testPath("").c_str(), 0, nullptr), nullptr);
-    EXPECT_EQ(targa_image_load("/dev/null", 0, nullptr), nullptr);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  "lwoRenderer> Couldn't load " + path + ".\n");
+    }
+}
+
+// A level of detail and a texture.
+TEST(Danger, inPipesBesideAModelIsMet) {
+    std::filesystem::create_directory(testPath("pipes"));
+    std::filesystem::current_path(testPath("pipes")); // long names of sets are cut
+    writeFile("m.lwo", texturedModel());
+    ASSERT_EQ(mkfifo("m.lwo1", 0600), 0);
+    ASSERT_EQ(mkfifo("top.tga", 0600), 0);
+    testing::internal::CaptureStdout();
+    watchAllocations();
+    const st_lwoLodObj *lod = newLwoLodObj("m.lwo", 1);
+    testing::internal::GetCapturedStdout();
+    ASSERT_NE(lod, nullptr);
+    EXPECT_EQ(lod->count, 1);
+    EXPECT_EQ(lod->objs[0]->rObjs[0].textures->entries[0].failed, 1);
+    releaseHeld();
 }

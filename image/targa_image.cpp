@@ -60,6 +60,14 @@ static std::int64_t readBytes(int file, void *bytes, std::int64_t size) {
     return done;
 }
 
+// Negative for what is no file: opening a pipe waits for somebody to write to it, for ever if
+// nobody does, and a device need not end.
+static int openFile(const char *path) {
+    struct stat status = {};
+    const bool isFile = stat(path, &status) == 0 && S_ISREG(status.st_mode);
+    return isFile ? open(path, O_RDONLY) : -1;
+}
+
 static int littleEndian16(const unsigned char *bytes) {
     return bytes[0] | bytes[1] << 8;
 }
@@ -87,12 +95,10 @@ static char *readId(int file, int idLength) {
     return id;
 }
 
-// Bytes from the position to the end; for what is no file but a stream, as many as there may be.
+// Bytes from the position to the end.
 static std::int64_t bytesLeft(int file) {
     struct stat status = {};
-    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode))
-        return MAX_SIZE;
-    return status.st_size - lseek(file, 0, SEEK_CUR);
+    return fstat(file, &status) == 0 ? status.st_size - lseek(file, 0, SEEK_CUR) : 0;
 }
 
 // An image that the rest of the file cannot fill is known before memory is asked for.
@@ -237,7 +243,7 @@ static st_image *readImage(int file, const st_targaHeader *header, char *id, std
 }
 
 st_image *targa_image_load(const char *path, int capacity, unsigned char *buffer) {
-    const int file = open(path, O_RDONLY);
+    const int file = openFile(path);
     st_targaHeader header;
     if (file < 0 || !readHeader(file, &header))
         return nullptr;

@@ -9,8 +9,8 @@
 // Loads the image at path. Pixels, rows and bytes stay in file order; a colour map is not
 // interpreted. The pixels go into buffer when it is non-null and holds at least the image's
 // size in its capacity bytes, else into memory of their own. Returns the new record, or null
-// when the file cannot be read whole or its pixels would take more than 2 GB. A run-length
-// stream that ends early is no failure: the pixels that it leaves open are zero; only an image of
-// more than 64 MB has to have a file that could fill it. A packet that runs past the image is cut
-// at its end.
+// when it is no regular file, cannot be read whole or would take more than 2 GB of pixels.
+// A run-length stream that ends early is no failure: the pixels that it leaves open are zero; only
+// an image of more than 64 MB has to have a file that could fill it. A packet that runs past the
+// image is cut at its end.
 st_image *targa_image_load(const char *path, int capacity, unsigned char *buffer);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <sys/stat.h>
 
 constexpr int FORM_HEADER_SIZE = 12;  // ID, size, type
 constexpr long CHUNK_HEADER_SIZE = 8; // ID, size
@@ -14,9 +15,17 @@ constexpr std::size_t FILE_BUFFER_SIZE = 0x10000;
 
 // ------------------------------------------------------------------ chunks of a form
 
+// Null for what is no file: opening a pipe waits for somebody to write to it, for ever if nobody
+// does, and a device need not end.
+static std::FILE *openFile(const char *path) {
+    struct stat status = {};
+    bool isFile = stat(path, &status) == 0 && S_ISREG(status.st_mode);
+    return isFile ? std::fopen(path, "rb") : nullptr;
+}
+
 bool openForm(const char *path, st_form *form) {
     *form = {};
-    form->file = std::fopen(path, "rb");
+    form->file = openFile(path);
     if (form->file == nullptr)
         return false;
     std::setvbuf(form->file, nullptr, _IOFBF, FILE_BUFFER_SIZE);

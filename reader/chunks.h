@@ -24,7 +24,8 @@ struct st_form {
 };
 
 // Opens an object file and reads its 12-byte header. False, with nothing left open, when
-// there is no such file or it is shorter than that.
+// there is no such file, it is no regular one (but a directory, a pipe, a device) or it is
+// shorter than that.
 bool openForm(const char *path, st_form *form);
 
 // Closes a form that is of no use here and reports position 12; failpos may be null. Null.

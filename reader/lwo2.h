@@ -417,7 +417,8 @@ struct st_lwObject {
 // Loads an object file of layout LWO2 or LWOB. The caller owns the object. Of LWO2 these
 // chunks are read: LAYR PNTS POLS VMAP VMAD PTAG TAGS ENVL CLIP SURF BBOX; others are skipped.
 // Null when the file
-//   cannot be opened or is shorter than 12 bytes: failID and failpos are not touched;
+//   cannot be opened, is no regular file or is shorter than 12 bytes: failID and failpos are not
+//   touched;
 //   is not a form of a known type: *failpos is 12;
 //   cannot be read to its end: *failID is the ID of the latest chunk, *failpos the file
 //   position; where all chunks were read but do not fit together (an index outside its list, more

@@ -34,7 +34,7 @@ FSOUND_STREAM *FSOUND_Stream_OpenFile(const char *filename, unsigned int /*mode*
     if (!deviceOpen)
         return nullptr;
     // By content, whatever the file is called: the show's music has a fixed name.
-    Mix_Music *music = Mix_LoadMUS_RW(SDL_RWFromFile(filename, "rb"), SDL_TRUE);
+    Mix_Music *music = Mix_LoadMUS_RW(openMusic(filename), SDL_TRUE);
     if (music == nullptr)
         return nullptr;
     auto *stream = static_cast<FSOUND_STREAM *>(std::malloc(sizeof(FSOUND_STREAM)));

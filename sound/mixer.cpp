@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <sys/stat.h>
 
 constexpr int MAX_VOLUME = 255;
 constexpr int OUTPUT_CHANNELS = 2; // stereo
@@ -20,8 +21,14 @@ std::int16_t mixedSample(std::int16_t sample, int volume) {
     return static_cast<std::int16_t>(sample * mixerVolume(volume) / MIX_MAX_VOLUME);
 }
 
+SDL_RWops *openMusic(const char *path) {
+    struct stat status = {};
+    const bool isFile = stat(path, &status) == 0 && S_ISREG(status.st_mode);
+    return isFile ? SDL_RWFromFile(path, "rb") : nullptr;
+}
+
 static bool decodeAll(const char *path, std::vector<std::int16_t> *samples) {
-    Mix_Chunk *chunk = Mix_LoadWAV_RW(SDL_RWFromFile(path, "rb"), SDL_TRUE);
+    Mix_Chunk *chunk = Mix_LoadWAV_RW(openMusic(path), SDL_TRUE);
     if (chunk == nullptr)
         return false;
     samples->resize(chunk->alen / sizeof(std::int16_t));

@@ -7,12 +7,18 @@
 #include <cstdint>
 #include <vector>
 
+struct SDL_RWops;
+
 // The mixer's own volume, 0 to 128, for a show volume from 0 (silent) to 255 (full); values
 // outside count as the nearest of these.
 int mixerVolume(int volume);
 
 // A sample as the mixer plays it at a show volume.
 std::int16_t mixedSample(std::int16_t sample, int volume);
+
+// Opens a music file for the mixer. Null when there is none, and for a pipe: opening that waits for
+// somebody to write to it, and the show would never start.
+SDL_RWops *openMusic(const char *path);
 
 // Reads a whole music file, of any format that the mixer plays and by content, whatever it is
 // called: 16-bit stereo at rate Hz, left and right in turn. False when it cannot be read. Nothing

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <sys/stat.h>
 #include <thread>
 
 namespace fs = std::filesystem;
@@ -68,10 +69,14 @@ TEST(Sound, volumeRunsFromSilentAt0ToFullAt255AndNoFurther) {
 TEST(Sound, missingMusicIsSilence) {
     useDriver("dummy", "");
     ASSERT_EQ(FSOUND_Init(44100, 32, 0), 1);
-    FSOUND_STREAM *stream = FSOUND_Stream_OpenFile("nowhere.ogg", 0x20130, 0);
-    EXPECT_EQ(stream, nullptr);
-    EXPECT_EQ(FSOUND_Stream_Play(1, stream), -1);
-    EXPECT_EQ(FSOUND_SetVolume(1, 100), 1);
+    const std::string pipe = testPath("pipe.ogg"); // nobody writes to it: who opens it waits
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::string &path : {std::string("nowhere.ogg"), pipe}) {
+        FSOUND_STREAM *stream = FSOUND_Stream_OpenFile(path.c_str(), 0x20130, 0);
+        EXPECT_EQ(stream, nullptr);
+        EXPECT_EQ(FSOUND_Stream_Play(1, stream), -1);
+        EXPECT_EQ(FSOUND_SetVolume(1, 100), 1);
+    }
 }
 
 // To a full disk SDL's disk driver answers like a device that was unplugged.
