@@ -13,10 +13,6 @@
 #include <cstdlib>
 #include <string>
 
-// Pixels that the images of one model may have, in bytes. Each clip loads its own, so that a small
-// file with many clips of one large image could ask for all memory there is.
-constexpr std::int64_t MAX_IMAGE_BYTES = 1 << 30;
-
 static std::int64_t bytesOf(const st_image *image) {
     return static_cast<std::int64_t>(image->width) * image->height * ((image->depth + 7) / 8);
 }

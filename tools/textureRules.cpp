@@ -302,6 +302,22 @@ static void imageSizes(const st_checkedModel &model, st_ruleReport *to) {
     });
 }
 
+static std::int64_t bytesOf(const st_imageFacts &image) {
+    return static_cast<std::int64_t>(image.width) * image.height * ((image.depth + 7) / 8);
+}
+
+static void imageMemory(const st_checkedModel &model, st_ruleReport *to) {
+    std::int64_t sum = 0;
+    for (const auto &[clip, image] : model.images)
+        sum += bytesOf(image);
+    if (sum > MAX_IMAGE_BYTES)
+        report(to,
+               "the images of its clips have " + std::to_string(sum >> 20) +
+                   " MB of pixels, each clip counted",
+               "those beyond " + std::to_string(MAX_IMAGE_BYTES >> 20) + " MB are left out",
+               "save them smaller, or use one clip for each image");
+}
+
 // ------------------------------------------------------------------------ side effects
 
 // Loading turns the texture coordinates of such an image's surfaces over, in the layout that UV
@@ -389,6 +405,7 @@ const std::vector<st_rule> TEXTURE_RULES = {
     {"skewed-image", false, skewedImages, nullptr},
     {"mirrored-image", false, mirroredImages, nullptr},
     {"image-size", false, imageSizes, nullptr},
+    {"image-memory", false, imageMemory, nullptr},
     {"distorted", false, nullptr, distorted},
     {"old-texture", true, nullptr, oldTextures},
     {"lasting-image", true, lastingImages, nullptr},

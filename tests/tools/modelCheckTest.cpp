@@ -193,6 +193,12 @@ TEST(ModelCheck, knowsWhatImagesMakeNoTexture) {
          [](Plank &p) { p.image = targa(2, 1, 1, 32, 0, "bgra"); }},
         {"from the right", "mirrored-image",
          [](Plank &p) { p.image = targa(2, 1, 1, 24, 0x10, "bgr"); }},
+        {"64 MB for each of 17 clips", "image-memory",
+         [](Plank &p) {
+             p.image = targa(10, 4096, 4096, 32, 8, "");
+             for (unsigned i = 2; i <= 17; i++)
+                 p.clips += stillClip(i, "wood.tga");
+         }},
         {"empty", "image-size", [](Plank &p) { p.image = targa(2, 0, 1, 24, 0, ""); }},
     });
 }
