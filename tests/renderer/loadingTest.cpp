@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstdlib>
 #include <filesystem>
+#include <unistd.h>
 
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
@@ -64,6 +67,27 @@ TEST(Loading, unreadableFilesGiveAMessageAndNull) {
     const std::string path = testPath("bad.lwo");
     writeFile(path, form("LWO2", "SURF"));
     EXPECT_EQ(failureOf(path), "lwoRenderer> Couldn't load " + path + ".\n");
+}
+
+// Whether a process without privileges is refused the model, in a directory that it may not enter.
+static bool isRefusedToOthers(const std::string &path) {
+    constexpr uid_t NOBODY = 65534;
+    if (getuid() == 0 && setuid(NOBODY) != 0)
+        return false;
+    return access(path.c_str(), F_OK) != 0 && errno == EACCES &&
+           newLwoObj(path.c_str(), 1) == nullptr;
+}
+
+TEST(LoadingDeathTest, directoryThatMayNotBeReadGivesNull) {
+    const std::string directory = testPath("closed");
+    const std::string path = directory + "/m.lwo";
+    std::filesystem::create_directory(directory);
+    writeFile(path, form("LWO2", TRIANGLE));
+    std::filesystem::permissions(testPath(""), std::filesystem::perms::others_exec,
+                                 std::filesystem::perm_options::add);
+    std::filesystem::permissions(directory, std::filesystem::perms::none);
+    EXPECT_EXIT(std::_Exit(isRefusedToOthers(path) ? 0 : 1), testing::ExitedWithCode(0), "");
+    std::filesystem::permissions(directory, std::filesystem::perms::owner_all);
 }
 
 TEST(Loading, directoryMustFitItsField) {
