@@ -25,15 +25,6 @@ static void evaluate(st_lwEnvelope *envelope) {
     }
 }
 
-// Whether the input holds anything whose strings the reader deliberately leaves allocated when a
-// load fails or a texture is dropped.
-static bool mayLeaveMemory(const std::string &input) {
-    for (const char *id : {"CLIP", "OREF", "PNAM", "INAM", "TREF", "TIMG", "RIMG"})
-        if (input.find(id) != std::string::npos)
-            return true;
-    return false;
-}
-
 static void useObject(ObjectCheck &check, st_lwObject *object) {
     check.problem = objectProblem(*object);
     for (st_lwEnvelope *envelope = object->envelopes; envelope != nullptr;
@@ -54,8 +45,13 @@ static void checkFailure(ObjectCheck &check, const std::string &input, unsigned 
     else if (input.compare(0, 4, "FORM") != 0 ||
              (input.compare(8, 4, "LWO2") != 0 && input.compare(8, 4, "LWOB") != 0))
         check.require(failID == 0 && failpos == 12, "another form reports position 12");
-    else
-        check.require(failpos >= -1, "a position is none or within the file");
+    else {
+        std::string id;
+        for (int shift = 24; shift >= 0; shift -= 8)
+            id += static_cast<char>(failID >> shift);
+        check.require(input.find(id) != std::string::npos, "the failed chunk is one of the file");
+        check.require(failpos == -1 || failpos >= 12, "a position is none or behind the header");
+    }
 }
 
 using loadFunction = st_lwObject *(*)(const char *, unsigned int *, int *);
@@ -75,7 +71,7 @@ static st_verdict judge(const std::string &input, loadFunction load) {
     } else {
         checkFailure(check, input, failID, failpos);
     }
-    check.require(heldBlocks() == 0 || mayLeaveMemory(input), "all is freed");
+    check.require(heldBlocks() <= mostKept(input, object != nullptr), "all is freed");
     releaseHeld();
     return {object != nullptr, check.problem};
 }

@@ -5,6 +5,8 @@
 #include "reader/lwo2.h"
 
 #include <cstdlib>
+#include <string>
+#include <vector>
 
 inline void freeClipSource(const st_lwClip &clip) {
     switch (clip.type) {
@@ -40,6 +42,20 @@ inline void freeSurfaceNames(const st_lwSurface &surface) {
           surface.bump.textures})
         for (; textures != nullptr; textures = textures->next)
             freeTextureNames(*textures);
+}
+
+// The most blocks that reading an input may leave for good: strings of clips and reference objects
+// when the load fails, those of textures on no known channel also when it does not.
+inline std::size_t mostKept(const std::string &input, bool loaded) {
+    std::vector<std::string> ids = {"OREF", "PNAM", "INAM"};
+    if (!loaded)
+        ids.insert(ids.end(), {"STIL", "ISEQ", "ISEQ", "ANIM", "ANIM", "ANIM", "XREF", "STCC",
+                               "TREF", "TIMG", "RIMG"});
+    std::size_t blocks = 0;
+    for (const std::string &id : ids)
+        for (std::size_t at = input.find(id); at != std::string::npos; at = input.find(id, at + 1))
+            blocks++;
+    return blocks;
 }
 
 // Frees an object with everything that lwFreeObject leaves behind. Null does nothing.
