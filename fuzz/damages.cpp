@@ -51,10 +51,27 @@ static std::size_t firstSubChunk(const std::string &whole, const st_piece &chunk
         return body + 4;
     if (id == "ENVL")
         return body + 2;
+    if (id == "TMAP")
+        return body;
     if (id == "SURF")
         return behindString(whole,
                             whole.compare(8, 4, "LWOB") == 0 ? body : behindString(whole, body));
     return body + chunk.bodySize;
+}
+
+// Lists what lies directly in a piece. A block has a header of its own, with its type, its size, a
+// string and sub-chunks.
+static void listWithin(st_damages *damages, std::size_t parent) {
+    const std::string &whole = damages->whole;
+    const st_piece piece = damages->pieces[parent];
+    const std::size_t end = piece.start + sizeOf(piece);
+    std::size_t from = firstSubChunk(whole, piece);
+    if (whole.compare(piece.start, 4, "BLOK") == 0) {
+        const std::size_t header = piece.start + piece.headerSize + 6;
+        from = header + numberAt(whole, header - 2, 2);
+        listPieces(damages, behindString(whole, header), from, 6, parent);
+    }
+    listPieces(damages, from, end, 6, parent);
 }
 
 st_damages listDamages(const std::string &whole) {
@@ -62,11 +79,8 @@ st_damages listDamages(const std::string &whole) {
     if (whole.compare(0, 4, "FORM") == 0) {
         damages.pieces.push_back({0, 8, whole.size() - 8, 0});
         listPieces(&damages, 12, whole.size(), 8, 0);
-        const std::size_t chunks = damages.pieces.size();
-        for (std::size_t i = 1; i < chunks; i++) {
-            const st_piece chunk = damages.pieces[i];
-            listPieces(&damages, firstSubChunk(whole, chunk), chunk.start + sizeOf(chunk), 6, i);
-        }
+        for (std::size_t i = 1; i < damages.pieces.size(); i++)
+            listWithin(&damages, i);
     }
     damages.count = whole.size() * (1 + BYTE_CHANGES) + damages.pieces.size() * PIECE_CHANGES;
     return damages;
