@@ -23,6 +23,7 @@ static st_lwoLodObj *loadSet(int count, std::string *printed = nullptr) {
     if (printed != nullptr)
         *printed = text;
     std::filesystem::current_path(before);
+    forAllLwoObjsDo([](st_lwoObj *model, void *) { keep(model); }, lod, nullptr);
     return lod;
 }
 

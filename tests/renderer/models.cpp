@@ -87,10 +87,13 @@ std::string writeModel(const std::string &name, const std::string &chunks) {
     return path;
 }
 
-st_lwoObj *loadModel(const std::string &chunks, int contextCount) {
-    st_lwoObj *model = keep(newLwoObj(writeModel("model.lwo", chunks).c_str(), contextCount));
+st_lwoObj *keep(st_lwoObj *model) {
     EXPECT_EQ(model == nullptr ? "" : modelProblem(*model), "");
-    return model;
+    return keep<st_lwoObj>(model);
+}
+
+st_lwoObj *loadModel(const std::string &chunks, int contextCount) {
+    return keep(newLwoObj(writeModel("model.lwo", chunks).c_str(), contextCount));
 }
 
 std::vector<float> floats(const float *array, int count) {

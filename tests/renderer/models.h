@@ -18,6 +18,9 @@ template <typename Record> Record *keep(Record *record) {
     return record;
 }
 
+// The same for a model, or null, that has to hold together.
+st_lwoObj *keep(st_lwoObj *model);
+
 // Three points (0 0 0), (1 0 0), (0 1 0) and the triangle of them; its normal is (0 0 1).
 extern const std::string TRIANGLE;
 // Four points (0 0 0), (1 0 0), (1 1 0), (0 1 0) and the quad of them; its normal is (0 0 1).

@@ -1,5 +1,6 @@
 // Small models drawn for real, off-screen, and looked at pixel by pixel.
 #include "renderer/lwoRenderer.h"
+#include "tests/support/checkModel.h"
 #include "tests/support/chunkWriter.h"
 #include "tests/support/testFolder.h"
 #include "tools/offscreenGlut.h"
@@ -98,7 +99,9 @@ static void openContext() {
 static st_lwoObj *load(const std::string &model) {
     const std::string path = testPath("picture.lwo");
     writeFile(path, model);
-    return newLwoObj(path.c_str(), 1);
+    st_lwoObj *loaded = newLwoObj(path.c_str(), 1);
+    EXPECT_EQ(modelProblem(*loaded), "");
+    return loaded;
 }
 
 // The pixel at x, y of the drawn picture, in the picture's own -1 to 1, y up.

@@ -1,5 +1,6 @@
 // Every rule of the check on a model that breaks it and none other.
 #include "tools/modelCheck.h"
+#include "tests/support/checkObject.h"
 #include "tests/tools/plankModel.h"
 #include "tools/objectJson.h"
 #include "tools/objectReport.h"
@@ -24,6 +25,7 @@ static std::string rulesOf(const std::vector<st_finding> &findings) {
 static std::string rulesOf(const Plank &plank) {
     const st_modelFile model = openModel(plank.write("case"));
     EXPECT_EQ(model.problem, "");
+    EXPECT_EQ(model.object == nullptr ? "" : objectProblem(*model.object), "");
     return model.object == nullptr ? "no object" : rulesOf(checkModel(model));
 }
 
@@ -245,6 +247,7 @@ static bool survives(const std::string &path, const std::string &bytes) {
     EXPECT_FALSE(Json::parse(document, nullptr, false).is_discarded());
     if (model.object == nullptr)
         return false;
+    EXPECT_EQ(objectProblem(*model.object), "");
     EXPECT_NE(objectReport(model), "");
     for (const st_finding &finding : checkModel(model))
         EXPECT_EQ(findingLine(path, finding).find('\n'), std::string::npos);

@@ -1,6 +1,7 @@
 // The file writers, read back by the loaders that the show uses.
 #include "image/targa_image.h"
 #include "reader/lwo2.h"
+#include "tests/support/checkObject.h"
 #include "tests/support/childProcess.h"
 #include "tests/support/keptMemory.h"
 #include "tests/support/testFolder.h"
@@ -19,7 +20,9 @@
 static st_lwObject *readBytes(const std::string &bytes) {
     const std::string path = testPath("mesh.lwo");
     writeBytes(path, bytes);
-    return lwGetObject(path.c_str(), nullptr, nullptr);
+    st_lwObject *object = lwGetObject(path.c_str(), nullptr, nullptr);
+    EXPECT_EQ(object == nullptr ? "" : objectProblem(*object), "");
+    return object;
 }
 
 static st_lwObject *readBack(const st_mesh &mesh) {
