@@ -177,6 +177,22 @@ static std::vector<Danger> largeDangers() {
                                    chunk("CLIP", u4(i) + sub("STIL", s0("a")));
                         })),
          LOADS},
+        {"surfaces, in layers, and clips",
+         newer(repeated(
+                   90,
+                   [](unsigned i) { return chunk("LAYR", u2(i) + u2(0) + f4(0, 0, 0) + s0("")); }) +
+               repeated(3000,
+                        [](unsigned i) {
+                            const std::string image = sub("IMAG", vx(i + 1));
+                            return chunk("SURF",
+                                         numbered(i) + s0("") +
+                                             sampleBlock("IMAP", s0("") + sub("CHAN", "COLR"),
+                                                         image)) +
+                                   repeated(6, [](unsigned) {
+                                       return chunk("CLIP", u4(0) + sub("STIL", s0("")));
+                                   });
+                        })),
+         LOADS},
         {"keys",
          newer(chunk("ENVL", vx(1) + repeated(15000,
                                               [](unsigned i) {

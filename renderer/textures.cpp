@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <unordered_map>
 
 static std::int64_t bytesOf(const st_image *image) {
     return static_cast<std::int64_t>(image->width) * image->height * ((image->depth + 7) / 8);
@@ -94,14 +95,23 @@ static void makeTexture(st_texEntry *entry, int context) {
     checkGLError("GL_BGR-texture");
 }
 
-// Failed entries hand on their names too: nobody made them, so they are 0.
-static void findTexture(st_subObj *subObj, void *textures) {
-    const st_texTable *table = static_cast<const st_texTable *>(textures);
-    if (subObj->clipIndex <= 0)
-        return;
+// Texture names by clip index: a model may have any number of clips and sub-objects.
+using st_namesByClip = std::unordered_map<int, unsigned int *>;
+
+// Failed entries hand on their names too: nobody made them, so they are 0. Of several entries for
+// one clip index the last one counts.
+static st_namesByClip listNames(const st_texTable *table) {
+    st_namesByClip names;
     for (int i = 0; i < table->count; i++)
-        if (table->entries[i].clipIndex == subObj->clipIndex)
-            subObj->textureIds = table->entries[i].textureIds;
+        names[table->entries[i].clipIndex] = table->entries[i].textureIds;
+    return names;
+}
+
+static void findTexture(st_subObj *subObj, void *namesByClip) {
+    const st_namesByClip *names = static_cast<const st_namesByClip *>(namesByClip);
+    const auto found = names->find(subObj->clipIndex);
+    if (subObj->clipIndex > 0 && found != names->end())
+        subObj->textureIds = found->second;
 }
 
 void initTextures(st_lwoObj *obj, int context) {
@@ -111,8 +121,9 @@ void initTextures(st_lwoObj *obj, int context) {
     for (int i = 0; i < table->count; i++)
         if (!table->entries[i].failed)
             makeTexture(&table->entries[i], context);
+    st_namesByClip names = listNames(table);
     for (int i = 0; i < obj->rObjCount; i++)
-        forAllSubObjsDo(findTexture, &obj->rObjs[i], table);
+        forAllSubObjsDo(findTexture, &obj->rObjs[i], &names);
 }
 
 static void flipVertices(float *vertices, int count) {

@@ -115,6 +115,14 @@ TEST(Textures, failedImageStillHandsOnAnUnsetName) {
     EXPECT_EQ(model->rObjs[0].subObjs[0].textureIds[0], 0U);
 }
 
+TEST(Textures, ofClipsWithOneIndexTheLastCounts) {
+    writeTarga("a.tga", 24, 0);
+    st_lwoObj *model = loadModel(UV_TRIANGLE + stillClip(1, "a.tga") + stillClip(1, "missing.tga"));
+    initTextures(model, 0);
+    EXPECT_EQ(model->rObjs[0].subObjs[0].textureIds,
+              model->rObjs[0].textures->entries[1].textureIds);
+}
+
 TEST(Textures, clipZeroIsNoTexture) {
     writeTarga("a.tga", 24, 0);
     st_lwoObj *model =
