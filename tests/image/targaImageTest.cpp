@@ -167,6 +167,18 @@ TEST(TargaRunLength, earlyEndLeavesZeros) {
     EXPECT_EQ(pixelsOf(load(targa(10, 2, 1, 24, 0, run(1, "abc") + run(1, "de")))), "abc" + zeros);
 }
 
+// The read block ends behind the first byte of the last pixel, and what follows is less than the
+// pixel lacks.
+TEST(TargaRunLength, refillThatBringsTooLittleEndsDecoding) {
+    std::string packets;
+    for (int i = 0; i < 1018; i++)
+        packets += run(1, "abc");
+    packets += u1(6) + std::string(21, 'x');
+    ASSERT_EQ(packets.size(), 4094U);
+    const Image image = load(targa(10, 1026, 1, 24, 0, packets + run(1, "de")));
+    EXPECT_EQ(pixelsOf(image).substr(3 * 1018), std::string(21, 'x') + std::string(3, '\0'));
+}
+
 // A raw packet of 128 pixels of 32 bytes is one byte longer than the read block.
 TEST(TargaRunLength, packetThatNeverFitsTheBlockEndsDecoding) {
     const Image image = load(targa(10, 128, 1, 255, 0, u1(0x7F) + std::string(4096, 'x')));
