@@ -87,6 +87,10 @@ static std::vector<Danger> objectDangers() {
          newer(surface(sub("BLOK", "SHDR" + u2(0xFFFF) + s0("a") + sub("NONE", "")))), FAILS},
         {"texture block shorter than its header says",
          newer(surface(sub("BLOK", "IMAP" + u2(0xFFFF) + s0("a")))), FAILS},
+        {"texture block whose rest comes out below 0: 16 bits make that nearly all there is",
+         newer(surface("BLOK" + u2(12) + "IMAP" + u2(20) + s0("a") + sub("CHAN", "COLR") +
+                       sub("ENAB", u2(1)) + sub("PROJ", u2(5)))),
+         FAILS},
         {"textures and shaders without ordinals",
          newer(surface(
              texture("IMAP", "", sub("PROJ", u2(5))) +
@@ -128,10 +132,11 @@ static std::vector<Danger> objectDangers() {
          newer(chunk("SURF", s0("mur3-") + s0("") + sub("SMAN", f4(1))) +
                chunk("SURF", s0("mur3-a") + s0("") + sub("SMAN", f4(1)))),
          LOADS},
-        {"coordinates of no map, of one without, of one with too many",
+        {"coordinates of no map, of one without, of one with too many, of one without a name",
          newer(tagged + surface(texture("IMAP", "", sub("PROJ", u2(5)))) +
                chunk("VMAP", "TXUV" + u2(0) + s0("a") + vx(0)) +
-               chunk("VMAP", "TXUV" + u2(90) + s0("a") + vx(1) + std::string(360, '\1'))),
+               chunk("VMAP", "TXUV" + u2(90) + s0("a") + vx(1) + std::string(360, '\1')) +
+               chunk("VMAP", "TXUV" + u2(0) + s0("") + vx(2))),
          LOADS},
     };
 }
