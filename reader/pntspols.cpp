@@ -274,22 +274,40 @@ static void storeTag(st_lwPolygon *polygon, unsigned int type, int tag) {
     }
 }
 
-// Stores the pairs of a chunk; false when the last one is cut short, and for a polygon outside
-// the list.
-static bool storeTags(unsigned char *cursor, const unsigned char *end, unsigned int type,
-                      const st_lwTagList *tagList, st_lwPolygonList *polygonList) {
+// Stores the pairs of a chunk. Returns where it stopped: at the end or at a pair that is cut short
+// or for a polygon outside the list.
+static unsigned char *storeTags(unsigned char *cursor, const unsigned char *end, unsigned int type,
+                                const st_lwTagList *tagList, st_lwPolygonList *polygonList) {
     while (cursor < end) {
         unsigned char *pair = cursor;
         bool whole = skipVX(&cursor, end);
         if (!whole || !skipVX(&cursor, end))
-            return false;
-        int polygon = takeVX(&pair) + polygonList->offset;
-        int tag = takeVX(&pair) + tagList->offset;
+            return pair;
+        unsigned char *index = pair;
+        int polygon = takeVX(&index) + polygonList->offset;
+        int tag = takeVX(&index) + tagList->offset;
         if (polygon >= polygonList->count)
-            return false;
+            return pair;
         storeTag(&polygonList->polygons[polygon], type, tag);
     }
-    return true;
+    return cursor;
+}
+
+// Reads the pairs. Where they fail the file is left behind the pair at fault, however far that
+// reaches: it is the position that is reported.
+static bool readTags(std::FILE *file, int size, unsigned int type, const st_lwTagList *tagList,
+                     st_lwPolygonList *polygonList) {
+    unsigned char *pairs = static_cast<unsigned char *>(getbytes(file, size));
+    if (pairs == nullptr)
+        return false;
+    const long left = pairs + size - storeTags(pairs, pairs + size, type, tagList, polygonList);
+    if (left > 0) {
+        std::fseek(file, -left, SEEK_CUR);
+        getVX(file);
+        getVX(file);
+    }
+    std::free(pairs);
+    return left == 0;
 }
 
 int lwGetPolygonTags(std::FILE *file, int size, st_lwTagList *tagList,
@@ -302,12 +320,7 @@ int lwGetPolygonTags(std::FILE *file, int size, st_lwTagList *tagList,
         skipbytes(file, size - 4);
         return get_flen() < 0 ? 0 : 1;
     }
-    if (size <= 4)
-        return 1;
-    unsigned char *pairs = static_cast<unsigned char *>(getbytes(file, size - 4));
-    bool done = pairs != nullptr && storeTags(pairs, pairs + size - 4, type, tagList, polygonList);
-    std::free(pairs);
-    return done ? 1 : 0;
+    return size <= 4 || readTags(file, size - 4, type, tagList, polygonList) ? 1 : 0;
 }
 
 // --------------------------------------------------------------------- bounding box

@@ -155,7 +155,10 @@ TEST(PolygonTags, outsideOrCutShortFails) {
     EXPECT_EQ(loadLWO2(square + twoTriangles + ptag("SURF", {2, 0}), &failure), nullptr);
     EXPECT_EQ(failure.id, lwID("PTAG"));
     EXPECT_EQ(loadLWO2(ptag("PART", {0, 0}) + square + twoTriangles), nullptr);
-    EXPECT_EQ(loadLWO2(square + twoTriangles + ptag("PART", {0, 0, 1}) + square), nullptr);
+    // The pair that is cut short ends in the next chunk.
+    const std::string before = square + twoTriangles + ptag("PART", {0, 0, 1});
+    EXPECT_EQ(loadLWO2(before + square, &failure), nullptr);
+    EXPECT_EQ(failure.position, static_cast<int>(form("LWO2", before).size()) + 2);
     // A size that goes on far behind the end of the file.
     EXPECT_EQ(loadLWO2(square + twoTriangles + "PTAG" + u4(0x7FFFFFF0) + "PART" + vx(0)), nullptr);
     EXPECT_NE(loadLWO2(chunk("PTAG", "") + square), nullptr);
