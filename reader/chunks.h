@@ -92,7 +92,6 @@ st_lwClip *newClip();
 st_lwTexture *newTexture(unsigned int type);
 
 // ---------------------------------------------------------------------------- lists
-
 //
 // A file may hold any number of records of a kind: no list is walked for each of them.
 

@@ -120,8 +120,8 @@ struct internalColorStateArgList {
 
 // Loads the model at path for contextCount (1 to 3) contexts. Returns null when the file cannot
 // be read, after one line on standard output; so also when the path's directory is longer than
-// st_rObj::dir holds, and when the model would take more than 1 GB, or
-// more than 64 MB for what layers and surfaces of one name multiply.
+// st_rObj::dir holds, and when the model would take more than 1 GB, or more than 64 MB for what
+// layers and surfaces of one name multiply.
 st_lwoObj *newLwoObj(const char *path, int contextCount);
 
 // Loads the object at path into obj->object and returns its render objects (obj->rObjCount of
