@@ -10,9 +10,6 @@
 constexpr int FORM_HEADER_SIZE = 12;  // ID, size, type
 constexpr long CHUNK_HEADER_SIZE = 8; // ID, size
 
-// Of the stream: holds many of the chunks of a file that has thousands.
-constexpr std::size_t FILE_BUFFER_SIZE = 0x10000;
-
 // ------------------------------------------------------------------ chunks of a form
 
 // Null for what is no file: opening a pipe waits for somebody to write to it, for ever if nobody
@@ -28,7 +25,6 @@ bool openForm(const char *path, st_form *form) {
     form->file = openFile(path);
     if (form->file == nullptr)
         return false;
-    std::setvbuf(form->file, nullptr, _IOFBF, FILE_BUFFER_SIZE);
     set_flen(0);
     form->chunkID = getU4(form->file);
     form->size = getU4(form->file);
