@@ -188,6 +188,7 @@ static void readVelocity(std::FILE *file, st_oldSurface *old) {
     getVector(file, velocity);
     st_lwEnvVector *center = &old->texture->tmap.center;
     st_lwObject *object = old->object;
+    // The list from its last record on, so that it is not walked for each velocity.
     st_lwEnvelope **last = &old->tails->envelope;
     st_lwEnvelope **list = *last == nullptr ? &object->envelopes : last;
     center->envelope = add_tvel(center->value, velocity, list, &object->envelopeCount);
