@@ -170,7 +170,7 @@ static std::string numbered(unsigned i) {
 static std::vector<Danger> largeDangers() {
     const std::string mapOfNone = "TXUV" + u2(0) + s0("b");
     return {
-        {"polygons around a point", newer(fan(41000) + surface(sub("SMAN", f4(1)))), FAILS},
+        {"polygons around a point", newer(fan(18400) + surface(sub("SMAN", f4(1)))), FAILS},
         {"layers",
          newer(repeated(
              8000, [](unsigned i) { return chunk("LAYR", u2(i) + u2(0) + f4(0, 0, 0) + s0("")); })),

@@ -139,6 +139,10 @@ static void settle(const st_corners *corners, int half, st_ints clear, const flo
     }
 }
 
+static inline bool areParallel(const st_neighbour *a, const st_neighbour *b) {
+    return std::memcmp(a->opposite, b->opposite, sizeof a->opposite) == 0;
+}
+
 // Adds to each corner those of some neighbours that it smooths into. Which of them concern it, for
 // being another polygon of the same group, is only asked where that is not known.
 template <int USED_HALVES, bool ASK>
@@ -147,6 +151,7 @@ static void addNeighbours(st_corners *corners, const st_neighbours *neighbours, 
     st_floats sums[USED_HALVES][3];
     for (int half = 0; half < USED_HALVES; half++)
         std::memcpy(sums[half], corners->halves[half].sum, sizeof sums[half]);
+    st_ints settled[USED_HALVES]; // the answers for the neighbour before
     for (int i = first; i < last; i++) {
         const st_neighbour &neighbour = neighbours->items[i];
         const st_floats x = fourTimes(neighbour.opposite[0]);
@@ -166,9 +171,13 @@ static void addNeighbours(st_corners *corners, const st_neighbours *neighbours, 
                 clear[half] |= ~concerned[half];
             }
         }
-        if (!areAll(clear[0] & clear[USED_HALVES - 1]))
-            for (int half = 0; half < USED_HALVES; half++)
+        if (!areAll(clear[0] & clear[USED_HALVES - 1])) {
+            // Flat places ask the same again and again.
+            const bool again = !ASK && i > first && areParallel(&neighbour - 1, &neighbour);
+            for (int half = 0; half < USED_HALVES && !again; half++)
                 settle(corners, half, clear[half], neighbour.opposite, &smooth[half]);
+            std::memcpy(again ? smooth : settled, again ? settled : smooth, sizeof smooth);
+        }
         for (int half = 0; half < USED_HALVES; half++) {
             if (ASK)
                 smooth[half] &= concerned[half];
