@@ -139,8 +139,8 @@ static void settle(const st_corners *corners, int half, st_ints clear, const flo
     }
 }
 
-static inline bool areParallel(const st_neighbour *a, const st_neighbour *b) {
-    return std::memcmp(a->opposite, b->opposite, sizeof a->opposite) == 0;
+static inline bool isParallel(const st_neighbour &a, const st_neighbour &b) {
+    return std::equal(a.opposite, a.opposite + 3, b.opposite);
 }
 
 // Adds to each corner those of some neighbours that it smooths into. Which of them concern it, for
@@ -173,7 +173,7 @@ static void addNeighbours(st_corners *corners, const st_neighbours *neighbours, 
         }
         if (!areAll(clear[0] & clear[USED_HALVES - 1])) {
             // Flat places ask the same again and again.
-            const bool again = !ASK && i > first && areParallel(&neighbour - 1, &neighbour);
+            const bool again = !ASK && i > first && isParallel(neighbours->items[i - 1], neighbour);
             for (int half = 0; half < USED_HALVES && !again; half++)
                 settle(corners, half, clear[half], neighbour.opposite, &smooth[half]);
             std::memcpy(again ? smooth : settled, again ? settled : smooth, sizeof smooth);
