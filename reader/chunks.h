@@ -252,8 +252,9 @@ bool getNormalsAndUsers(st_lwPointList *pointList, st_lwPolygonList *polygonList
 // How many pairs of normals lwGetVertNormals would compare around points of many polygons.
 double countComparisons(const st_lwPointList *pointList, const st_lwPolygonList *polygonList);
 
-// Objects of more than that do not load: a file of a few megabytes must not take seconds. One point
-// that 31,600 smooth polygons share is as much.
+// Objects of more than that do not load: a file of a few megabytes must not take minutes. One point
+// that 31,600 smooth polygons share is as much: a second, or several where all their pairs
+// lie at the smoothing angle and go to the formula.
 constexpr double MAX_COMPARISONS = 1e9;
 
 // ----------------------------------------------------------------- surfaces of tags

@@ -422,7 +422,7 @@ struct st_lwObject {
 //   is not a form of a known type: *failpos is 12;
 //   cannot be read to its end: *failID is the ID of the latest chunk, *failpos the file
 //   position; where all chunks were read but do not fit together (an index outside its list, more
-//   smooth polygons at one point than can be compared in a second, some 30,000) *failpos is not
+//   smooth polygons at one point than can be compared in some seconds, 31,600) *failpos is not
 //   touched.
 // failID and failpos may be null.
 st_lwObject *lwGetObject(const char *path, unsigned int *failID, int *failpos);
