@@ -5,9 +5,9 @@
 #include "tests/support/allocations.h"
 #include "tests/support/keptMemory.h"
 #include "tests/support/sampleModels.h"
-#include "tools/modelCheck.h"
-#include "tools/objectJson.h"
-#include "tools/objectReport.h"
+#include "tools/lwoinfo/check/modelCheck.h"
+#include "tools/lwoinfo/json.h"
+#include "tools/lwoinfo/report.h"
 
 // Whether a text is one line of printable UTF-8; of JSON every text has to be such.
 static bool isLine(const std::string &text) {

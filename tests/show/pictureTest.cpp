@@ -1,9 +1,9 @@
 // Small models drawn for real, off-screen, and looked at pixel by pixel.
+#include "hosts/offscreen/glutCalls.h"
 #include "renderer/lwoRenderer.h"
 #include "tests/support/checkModel.h"
 #include "tests/support/chunkWriter.h"
 #include "tests/support/testFolder.h"
-#include "tools/offscreenGlut.h"
 
 #include <GL/glut.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // The whole show on the default set, run once off-screen: what its frames leave bare, and whether
 // its words read.
 #include "driver/testRender.h"
+#include "hosts/drawGate.h"
+#include "hosts/offscreen/glutCalls.h"
 #include "renderer/lwoRenderer.h"
-#include "tools/drawGate.h"
-#include "tools/offscreenGlut.h"
 
 #include <GL/gl.h>
 #include <ft2build.h>

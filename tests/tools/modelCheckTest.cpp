@@ -1,10 +1,10 @@
 // Every rule of the check on a model that breaks it and none other.
-#include "tools/modelCheck.h"
+#include "tools/lwoinfo/check/modelCheck.h"
 #include "tests/support/checkObject.h"
 #include "tests/tools/plankModel.h"
-#include "tools/objectJson.h"
-#include "tools/objectReport.h"
-#include "tools/plainText.h"
+#include "tools/lwoinfo/json.h"
+#include "tools/lwoinfo/plainText.h"
+#include "tools/lwoinfo/report.h"
 
 #include <gtest/gtest.h>
 

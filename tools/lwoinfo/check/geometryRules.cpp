@@ -1,0 +1,311 @@
+// Rules about layers, polygons, names and the coordinates of textures.
+#include "tools/lwoinfo/check/modelRules.h"
+#include "tools/lwoinfo/facts.h"
+#include "tools/lwoinfo/plainText.h"
+
+#include <cmath>
+
+constexpr std::size_t LONGEST_NAME = 31; // bytes of a surface's name that the renderer keeps
+constexpr int LAYER_HIDDEN = 1;          // in st_lwLayer::flags
+
+// ----------------------------------------------------------------------- counting
+
+static bool isFinite(const float *values, int count) {
+    for (int i = 0; i < count; i++)
+        if (!std::isfinite(values[i]))
+            return false;
+    return true;
+}
+
+static bool isDrawn(const st_lwPolygon &polygon) {
+    return polygon.vertexCount == 3 || polygon.vertexCount == 4;
+}
+
+static const st_lwVMapRef *findRef(const st_lwVMapRef *refs, int count, const std::string &name) {
+    for (int i = 0; i < count; i++)
+        if (name == (refs[i].vmap->name == nullptr ? "" : refs[i].vmap->name))
+            return &refs[i];
+    return nullptr;
+}
+
+// As the renderer does it: a corner that has maps of its own has no others.
+static void countCorner(const st_lwPolygonVertex &corner, const st_lwPoint &point,
+                        st_surfaceUse *use) {
+    const st_lwVMapRef *ofPoint = findRef(point.vmapRefs, point.vmapCount, use->name);
+    const st_lwVMapRef *ref =
+        corner.vmapCount > 0 ? findRef(corner.vmapRefs, corner.vmapCount, use->name) : ofPoint;
+    if (ref == nullptr) {
+        use->unmapped++;
+        use->shadowed += ofPoint != nullptr ? 1 : 0;
+    } else if (ref->vmap->dimension != 2) {
+        use->torn++;
+        use->wrongDimension = ref->vmap->dimension;
+    } else if (!isFinite(ref->vmap->values[ref->index], 2)) {
+        use->wild++;
+    }
+}
+
+static void countCoordinates(const st_lwLayer &layer, const st_lwPolygon &polygon,
+                             st_surfaceUse *use) {
+    for (int i = 0; i < polygon.vertexCount; i++) {
+        const st_lwPolygonVertex &corner = polygon.vertices[i];
+        use->corners++;
+        if (use->hasMap)
+            countCorner(corner, layer.pointList.points[corner.index], use);
+        else
+            use->unmapped++;
+    }
+}
+
+// Polygons at coordinates that are no numbers have normals that are none either, and a rule of
+// their own.
+static bool isUnlit(const st_lwLayer &layer, const st_lwPolygon &polygon) {
+    bool isUnlit = false;
+    for (int i = 0; i < polygon.vertexCount; i++) {
+        const st_lwPolygonVertex &corner = polygon.vertices[i];
+        if (!isFinite(layer.pointList.points[corner.index].position, 3))
+            return false;
+        isUnlit = isUnlit || !isFinite(corner.normal, 3) || dot(corner.normal, corner.normal) == 0;
+    }
+    return isUnlit;
+}
+
+static void countShape(const st_lwLayer &layer, const st_lwPolygon &polygon, st_surfaceUse *use) {
+    if (!isDrawn(polygon)) {
+        // Bones are not there to be seen.
+        if (polygon.type != lwID("BONE"))
+            use->undrawn[polygon.vertexCount]++;
+        return;
+    }
+    if (polygon.type != lwID("FACE"))
+        use->foreignTypes[polygon.type]++;
+    if (isUnlit(layer, polygon))
+        use->withoutNormal++;
+}
+
+// A polygon is drawn with every surface that bears the name of its own.
+static void countPolygon(const st_lwLayer &layer, const st_lwPolygon &polygon,
+                         st_checkedModel *model) {
+    if (polygon.surface == nullptr) {
+        model->withoutSurface++;
+        return;
+    }
+    const char *name = polygon.surface->name;
+    for (const std::size_t i : model->byName.at(name == nullptr ? "" : name)) {
+        st_surfaceUse &use = model->surfaces[i];
+        if (use.surface == polygon.surface)
+            countShape(layer, polygon, &use);
+        if (!isDrawn(polygon))
+            continue;
+        use.drawn++;
+        if (use.isUv)
+            countCoordinates(layer, polygon, &use);
+    }
+}
+
+static void findMaps(st_checkedModel *model) {
+    forEach(model->object->layers, [&](const st_lwLayer &layer) {
+        forEach(layer.vmaps, [&](const st_lwVMap &vmap) {
+            model->mapNames.insert(vmap.name == nullptr ? "" : vmap.name);
+        });
+    });
+    for (st_surfaceUse &use : model->surfaces)
+        use.hasMap = model->mapNames.count(use.name) != 0;
+}
+
+void countUses(st_checkedModel *model) {
+    findMaps(model);
+    forEach(model->object->layers, [&](const st_lwLayer &layer) {
+        for (int i = 0; i < layer.polygonList.count; i++)
+            countPolygon(layer, layer.polygonList.polygons[i], model);
+    });
+}
+
+// ------------------------------------------------------------------ loading, layers
+
+static void colorLayers(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                        st_ruleReport *to) {
+    const int count = lengthOf(use.surface->color.textures);
+    if (count > 1)
+        report(to, surfaceLabel(use) + " has " + std::to_string(count) + " colour texture layers",
+               "loading never ends", "leave one of them");
+}
+
+static void hiddenLayers(const st_checkedModel &model, st_ruleReport *to) {
+    forEach(model.object->layers, [&](const st_lwLayer &layer) {
+        if ((layer.flags & LAYER_HIDDEN) != 0 && layer.polygonList.count > 0)
+            report(to, "layer " + std::to_string(layer.index) + " is hidden",
+                   "it is drawn like any other", "take it out of the file");
+    });
+}
+
+// ----------------------------------------------------------------- points, polygons
+
+static void nothingDrawn(const st_checkedModel &model, st_ruleReport *to) {
+    bool isExplained = model.withoutSurface > 0;
+    for (const st_surfaceUse &use : model.surfaces)
+        isExplained = isExplained || use.drawn > 0 || !use.undrawn.empty();
+    if (!isExplained)
+        report(to, "it has no polygons", "nothing is drawn", "build it of triangles and quads");
+}
+
+static void noSurface(const st_checkedModel &model, st_ruleReport *to) {
+    if (model.withoutSurface > 0)
+        report(to, counted(model.withoutSurface, "polygon") + " without a surface", "not drawn",
+               "assign one");
+}
+
+// The reader makes a nameless surface for a number past the last name.
+static void unknownSurface(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                           st_ruleReport *to) {
+    const char *name = use.surface->name;
+    if (name != nullptr && *name == '\0' && use.drawn > 0)
+        report(to, counted(use.drawn, "polygon") + " with a surface that has no name",
+               "drawn in plain grey", "assign a surface again");
+}
+
+static void corners(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                    st_ruleReport *to) {
+    std::vector<std::string> kinds;
+    for (const auto &[cornerCount, count] : use.undrawn)
+        kinds.push_back(counted(count, "polygon") + " of " + counted(cornerCount, "corner"));
+    if (!kinds.empty())
+        report(to, surfaceLabel(use) + " has " + joined(kinds), "not drawn",
+               "divide into triangles and quads");
+}
+
+static void polygonTypes(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                         st_ruleReport *to) {
+    for (const auto &[type, count] : use.foreignTypes)
+        report(to,
+               surfaceLabel(use) + " has " + counted(count, "polygon") + " of type " + idText(type),
+               "drawn as flat faces between the points", "freeze to faces");
+}
+
+static void normals(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                    st_ruleReport *to) {
+    if (use.withoutNormal > 0)
+        report(to,
+               surfaceLabel(use) + " has " + counted(use.withoutNormal, "polygon") +
+                   " without a normal (no area, or smoothed with its own back)",
+               "unlit", "remove or flatten");
+}
+
+static void positions(const st_checkedModel &model, st_ruleReport *to) {
+    int count = 0;
+    forEach(model.object->layers, [&](const st_lwLayer &layer) {
+        for (int i = 0; i < layer.pointList.count; i++)
+            if (const st_lwPoint &point = layer.pointList.points[i];
+                point.polygonCount > 0 && !isFinite(point.position, 3))
+                count++;
+    });
+    if (count > 0)
+        report(to, counted(count, "point") + " at coordinates that are no numbers",
+               "polygons there are torn or missing", "remove the points");
+}
+
+// ---------------------------------------------------------------------------- names
+
+static void longNames(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                      st_ruleReport *to) {
+    if (use.fileName.size() > LONGEST_NAME)
+        report(to,
+               surfaceLabel(use) + " has a name of " +
+                   counted(static_cast<long long>(use.fileName.size()), "byte"),
+               "cut to " + std::to_string(LONGEST_NAME) + ": " + quoted(use.name.c_str()) +
+                   ", under which its UV map is looked for",
+               "shorten the name and that of its UV map");
+}
+
+static void changedNames(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                         st_ruleReport *to) {
+    if (use.name != use.fileName && use.fileName.size() <= LONGEST_NAME)
+        report(to, surfaceLabel(use) + " is drawn as " + quoted(use.name.c_str()),
+               "its UV map is looked for under that name", "");
+}
+
+static void namesakes(const st_checkedModel &model, st_ruleReport *to) {
+    for (const auto &[name, uses] : model.byName)
+        if (uses.size() > 1)
+            report(to, std::to_string(uses.size()) + " surfaces are called " + quoted(name.c_str()),
+                   "the polygons of each are drawn with all of them", "rename");
+}
+
+// -------------------------------------------------------------- texture coordinates
+
+static const char *const NO_COORDINATES = "noise on triangles, a single colour on quads";
+
+// The map that the texture names, when there is one under that name; "" otherwise.
+static std::string otherMapOf(const st_checkedModel &model, const st_surfaceUse &use) {
+    const char *wanted = use.surface->color.textures->param.imageMap.vmapName;
+    return wanted != nullptr && model.mapNames.count(wanted) != 0 ? wanted : "";
+}
+
+static void uvMaps(const st_checkedModel &model, const st_surfaceUse &use, st_ruleReport *to) {
+    if (!use.isUv || use.unmapped < use.corners || use.corners == 0 || use.shadowed > 0)
+        return;
+    const std::string other = otherMapOf(model, use);
+    const std::string name = quoted(use.name.c_str());
+    report(to, surfaceLabel(use) + " has no UV map of its name", NO_COORDINATES,
+           other.empty() || other == use.name
+               ? "map it, and call the map " + name
+               : "rename the map " + quoted(other.c_str()) + " to " + name);
+}
+
+static void uvGaps(const st_checkedModel & /*model*/, const st_surfaceUse &use, st_ruleReport *to) {
+    const long long gaps = use.unmapped - use.shadowed;
+    if (use.isUv && gaps > 0 && (use.unmapped < use.corners || use.shadowed > 0))
+        report(to,
+               surfaceLabel(use) + " has " + counted(gaps, "corner") + " of " +
+                   std::to_string(use.corners) + " outside its UV map",
+               NO_COORDINATES, "add to the map");
+}
+
+static void uvShadows(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                      st_ruleReport *to) {
+    if (use.shadowed > 0)
+        report(to,
+               surfaceLabel(use) + " has " + counted(use.shadowed, "corner") +
+                   " with per-polygon values of other maps only",
+               std::string(NO_COORDINATES) + ": its own map's point values do not count there",
+               "give them per-polygon values in its map, or none");
+}
+
+static void mapDimensions(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                          st_ruleReport *to) {
+    if (use.torn > 0)
+        report(to,
+               "vertex map " + quoted(use.name.c_str()) +
+                   ", taken for the UV map of the surface, has " +
+                   counted(use.wrongDimension, "value") + " an entry",
+               "the surface is torn to pieces", "a UV map has 2; give other maps other names");
+}
+
+static void uvValues(const st_checkedModel & /*model*/, const st_surfaceUse &use,
+                     st_ruleReport *to) {
+    if (use.wild > 0)
+        report(to,
+               surfaceLabel(use) + " has " + counted(use.wild, "corner") +
+                   " at texture coordinates that are no numbers",
+               "the texture is torn there", "map again");
+}
+
+const std::vector<st_rule> GEOMETRY_RULES = {
+    {"color-layers", false, nullptr, colorLayers},
+    {"nothing", false, nothingDrawn, nullptr},
+    {"no-surface", false, noSurface, nullptr},
+    {"unknown-surface", false, nullptr, unknownSurface},
+    {"corners", false, nullptr, corners},
+    {"polygon-type", false, nullptr, polygonTypes},
+    {"normal", false, nullptr, normals},
+    {"position", false, positions, nullptr},
+    {"hidden-layer", false, hiddenLayers, nullptr},
+    {"long-name", false, nullptr, longNames},
+    {"same-name", false, namesakes, nullptr},
+    {"uv-map", false, nullptr, uvMaps},
+    {"uv-gap", false, nullptr, uvGaps},
+    {"uv-shadow", false, nullptr, uvShadows},
+    {"map-dimension", false, nullptr, mapDimensions},
+    {"uv-value", false, nullptr, uvValues},
+    {"changed-name", true, nullptr, changedNames},
+};

@@ -1,0 +1,174 @@
+#include "tools/recordShow/options.h"
+
+#include "tools/recordShow/contactSheet.h"
+#include "tools/recordShow/film.h"
+
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+constexpr st_pictureSize FILM_SIZE = {1280, 720};
+constexpr st_pictureSize STILL_SIZE = {800, 600};
+constexpr int MAX_FPS = 240;
+constexpr int DEFAULT_FPS = 60;
+
+// One or more for each scene, and where one passes into the next.
+static const char landmarks[] =
+    "0,500,1000,1200,1360,1500,1700,2500,5100,7000,10500,14500,17000,17850,17949,18750";
+
+constexpr char HELP[] = R"(recordShow draws the show without a screen: as a film with its music, as
+pictures, or as one sheet of pictures.
+
+  recordShow FILM [--size WxH] [--fps N] [--from N] [--to N]
+  recordShow --stills LIST DIR [--size WxH] [--sheet SHEET.png]
+  recordShow --sheet SHEET.png [--frames LIST] [--size WxH]
+
+The show is that of the working directory where it has a folder lwo/, else the one
+that came with the program.
+
+Films (recordShow needs ffmpeg for them)
+  FILM           Its ending chooses the format: .mp4 (H.264, AAC) plays everywhere,
+                 .webm has VP9 and Opus, .mkv H.264 and lossless sound. A file of that
+                 name is replaced once the new one is whole. Ctrl-C ends the film
+                 early: it holds what has been drawn by then.
+  --size WxH     pixels, both even numbers (default 1280x720)
+  --fps N        frames a second, 1 to 240 (default 60). The show is 18751 frames
+                 whatever their rate: at 30 a second it takes twice as long.
+  --from N       first frame (default 0); the music is in step wherever it starts
+  --to N         last frame (default 18750)
+
+Pictures
+  --stills LIST  writes these frames to DIR/frame00500.png and so on
+  --sheet FILE   writes a contact sheet: the frames side by side, each with its number
+                 and its time at --fps
+  --frames LIST  the sheet's frames where there are no stills (default landmarks)
+  --size WxH     pixels of a still (default 800x600); a sheet shows them smaller
+
+LIST is frame numbers with commas between them, or the word landmarks.
+)";
+
+[[noreturn]] static void usage() {
+    std::fprintf(stderr, "usage: recordShow FILM | --stills LIST DIR | --sheet SHEET.png "
+                         "[OPTIONS]; more with --help\n");
+    std::exit(2);
+}
+
+void failRecording(const std::string &message) {
+    std::fprintf(stderr, "recordShow: %s\n", message.c_str());
+    std::exit(1);
+}
+
+// --------------------------------------------------------------------------- values
+
+static std::set<int> readFrames(const std::string &list) {
+    std::set<int> frames;
+    const char *at = list == "landmarks" ? landmarks : list.c_str();
+    while (true) {
+        const int frame = readNumber(&at, LAST_FRAME);
+        if (frame < 0 || (*at != ',' && *at != '\0'))
+            failRecording("frames are whole numbers from 0 to " + std::to_string(LAST_FRAME) +
+                          " with commas between them, or landmarks, not \"" + list + "\"");
+        frames.insert(frame);
+        if (*at == '\0')
+            return frames;
+        at++;
+    }
+}
+
+static st_pictureSize readSize(const std::string &text) {
+    st_pictureSize size;
+    if (!readPictureSize(text.c_str(), &size))
+        failRecording("a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" +
+                      text + "\"");
+    return size;
+}
+
+static int readBetween(const std::string &option, const std::string &text, int least, int most) {
+    const char *at = text.c_str();
+    const int number = readNumber(&at, most);
+    if (number < least || *at != '\0')
+        failRecording(option + " takes a whole number from " + std::to_string(least) + " to " +
+                      std::to_string(most) + ", not \"" + text + "\"");
+    return number;
+}
+
+// -------------------------------------------------------------------------- options
+
+struct st_wish {
+    st_recordJob job = {"", "", "", {}, {0, 0}, DEFAULT_FPS, 0, LAST_FRAME};
+    bool stills = false;
+    bool frames = false;
+    bool filmOnly = false;  // an option that only films have was given
+    std::string positional; // FILM or DIR
+};
+
+static void readOption(st_wish *wish, const std::string &option, const std::string &value) {
+    st_recordJob &job = wish->job;
+    if (option == "--stills" || option == "--frames") {
+        job.frames = readFrames(value);
+        (option == "--stills" ? wish->stills : wish->frames) = true;
+    } else if (option == "--sheet") {
+        job.sheet = value;
+    } else if (option == "--size") {
+        job.size = readSize(value);
+    } else if (option == "--fps") {
+        job.fps = readBetween(option, value, 1, MAX_FPS);
+    } else if (option == "--from" || option == "--to") {
+        (option == "--from" ? job.from : job.to) = readBetween(option, value, 0, LAST_FRAME);
+        wish->filmOnly = true;
+    } else {
+        usage();
+    }
+}
+
+static st_wish readWords(const std::vector<std::string> &words) {
+    st_wish wish;
+    for (std::size_t k = 0; k < words.size(); k++) {
+        if (words[k] == "--help" || words[k] == "-h") {
+            std::fputs(HELP, stdout);
+            std::exit(0);
+        }
+        if (words[k].rfind('-', 0) == 0 && k + 1 < words.size()) {
+            readOption(&wish, words[k], words[k + 1]);
+            k++;
+        } else if (wish.positional.empty() && words[k].rfind('-', 0) != 0) {
+            wish.positional = words[k];
+        } else {
+            usage();
+        }
+    }
+    return wish;
+}
+
+static void checkFilm(const st_recordJob &job) {
+    if (!isFilmName(job.film))
+        failRecording(job.film + ": a film's name ends in " + filmEndings);
+    if (job.size.width % 2 != 0 || job.size.height % 2 != 0)
+        failRecording("a film's sides are even numbers of pixels, not " +
+                      std::to_string(job.size.width) + "x" + std::to_string(job.size.height));
+    if (job.from > job.to)
+        failRecording("the film would end (--to " + std::to_string(job.to) +
+                      ") before it starts (--from " + std::to_string(job.from) + ")");
+}
+
+st_recordJob readRecordOptions(int argc, char **argv) {
+    const st_wish wish = readWords(std::vector<std::string>(argv + 1, argv + argc));
+    st_recordJob job = wish.job;
+    const bool pictures = wish.stills || !job.sheet.empty();
+    if (wish.stills == wish.positional.empty() && pictures)
+        usage(); // stills without a directory, or a sheet with something else
+    if ((!pictures && (wish.positional.empty() || wish.frames)) || (pictures && wish.filmOnly) ||
+        (wish.stills && wish.frames))
+        usage();
+    if (job.size.width == 0)
+        job.size = pictures ? STILL_SIZE : FILM_SIZE;
+    (pictures ? job.directory : job.film) = wish.positional;
+    if (!pictures)
+        checkFilm(job);
+    else if (job.frames.empty())
+        job.frames = readFrames("landmarks");
+    if (!job.sheet.empty() && job.frames.size() > MAX_SHEET_PICTURES)
+        failRecording("a sheet holds at most " + std::to_string(MAX_SHEET_PICTURES) + " frames");
+    return job;
+}
