@@ -47,11 +47,7 @@ static bool loadImage(const std::string &path, long number, FailureKind kind) {
     st_image *image = targa_image_load(path.c_str(), 0, nullptr);
     const bool failed = allocationFailed();
     failAllocation(-1, kind);
-    if (image != nullptr) {
-        std::free(image->pixels);
-        std::free(image->id);
-        std::free(image);
-    }
+    image_free(image);
     EXPECT_EQ(heldBlocks(), 0U);
     releaseHeld();
     return failed;

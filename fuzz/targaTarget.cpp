@@ -5,7 +5,6 @@
 #include "tests/support/allocations.h"
 #include "tests/support/memoryFile.h"
 
-#include <cstdlib>
 #include <vector>
 
 // Run-length images may be short of the pixels that they promise, up to a size that is fixed.
@@ -42,10 +41,9 @@ static st_verdict judge(const std::string &path, std::size_t inputSize, std::siz
             verdict.problem = imageProblem(image);
         if (sizeOf(image) < 1024UL * 1024)
             image_make_rgb(image);
-        if (capacity == 0 || image->pixels != buffer.data())
-            std::free(image->pixels);
-        std::free(image->id);
-        std::free(image);
+        if (capacity > 0 && image->pixels == buffer.data())
+            image->pixels = nullptr;
+        image_free(image);
     }
     if (heldBlocks() != 0)
         verdict.problem = "all is freed";

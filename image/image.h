@@ -3,9 +3,10 @@
 //
 // The record, its pixels and its ID string come from malloc and belong to the caller; a
 // pixel buffer that the caller lent to the loader stays the caller's.
-//   st_image *image = targa_image_load("lwo/wood.tga", 0, nullptr); // targa_image.h
+//   st_image *image = targa_image_read("lwo/wood.tga"); // targa_image.h
 //   if (image != nullptr)
 //       image_make_rgb(image);
+//   image_free(image);
 #pragma once
 
 // Values of st_image::type.
@@ -49,6 +50,11 @@ extern const char *const pixel_orig_label[4];
 int image_is_true_color(const st_image *image);
 
 // Turns BGR(A) pixels into RGB(A) in place and changes the type accordingly. Returns 1 when
-// they were RGB(A) already, else 0, also after a conversion; images that are not true-colour
-// are left alone.
+// they were RGB(A) already, else 0, also after a conversion; images of other types are left alone.
+// The type says how many bytes a pixel has, 3 or 4, whatever the depth: where the depth makes the
+// buffer smaller than that, pixels are swapped as far as it reaches.
 int image_make_rgb(st_image *image);
+
+// Frees the record, its ID and its pixels; null does nothing. Whoever lent the pixels sets the
+// record's pointer to them to null before.
+void image_free(st_image *image);

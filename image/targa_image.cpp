@@ -1,7 +1,9 @@
 // Targa files: an 18-byte little-endian header, the image ID, then pixels, plain or as
 // run-length packets. A colour map is neither read nor skipped: its bytes come out as pixels.
-// The descriptor is never closed, on any path; that is deliberate.
+// targa_image_load never closes the descriptor, on any path; that is deliberate.
 #include "image/targa_image.h"
+
+#include "files/regularFile.h"
 
 #include <algorithm>
 #include <climits>
@@ -60,12 +62,9 @@ static std::int64_t readBytes(int file, void *bytes, std::int64_t size) {
     return done;
 }
 
-// Negative for what is no file: opening a pipe waits for somebody to write to it, for ever if
-// nobody does, and a device need not end.
+// Negative for what cannot be opened, or is no file.
 static int openFile(const char *path) {
-    struct stat status = {};
-    const bool isFile = stat(path, &status) == 0 && S_ISREG(status.st_mode);
-    return isFile ? open(path, O_RDONLY) : -1;
+    return isRegularFile(path) ? open(path, O_RDONLY) : -1;
 }
 
 static int littleEndian16(const unsigned char *bytes) {
@@ -242,10 +241,10 @@ static st_image *readImage(int file, const st_targaHeader *header, char *id, std
     return image;
 }
 
-st_image *targa_image_load(const char *path, int capacity, unsigned char *buffer) {
-    const int file = openFile(path);
+// From the start of the file, which stays open.
+static st_image *readFile(int file, int capacity, unsigned char *buffer) {
     st_targaHeader header;
-    if (file < 0 || !readHeader(file, &header))
+    if (!readHeader(file, &header))
         return nullptr;
     char *id = readId(file, header.idLength);
     const std::int64_t size =
@@ -255,5 +254,19 @@ st_image *targa_image_load(const char *path, int capacity, unsigned char *buffer
         image = readImage(file, &header, id, size, capacity >= size ? buffer : nullptr);
     if (image == nullptr)
         std::free(id);
+    return image;
+}
+
+st_image *targa_image_load(const char *path, int capacity, unsigned char *buffer) {
+    const int file = openFile(path);
+    return file < 0 ? nullptr : readFile(file, capacity, buffer);
+}
+
+st_image *targa_image_read(const char *path) {
+    const int file = openFile(path);
+    if (file < 0)
+        return nullptr;
+    st_image *image = readFile(file, 0, nullptr);
+    close(file);
     return image;
 }

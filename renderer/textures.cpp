@@ -26,9 +26,7 @@ static st_image *loadImage(const st_lwClip *clip, const char *dir, std::int64_t 
         *room -= image == nullptr ? 0 : bytesOf(image);
         return image;
     }
-    std::free(image->pixels);
-    std::free(image->id);
-    std::free(image);
+    image_free(image);
     return nullptr;
 }
 

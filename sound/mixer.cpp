@@ -1,13 +1,14 @@
 // The mixer decodes only while a device is open: SDL's dummy device is one that every machine has.
 #include "sound/mixer.h"
 
+#include "files/regularFile.h"
+
 #include <SDL.h>
 #include <SDL_mixer.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <sys/stat.h>
 
 constexpr int MAX_VOLUME = 255;
 constexpr int OUTPUT_CHANNELS = 2; // stereo
@@ -22,9 +23,7 @@ std::int16_t mixedSample(std::int16_t sample, int volume) {
 }
 
 SDL_RWops *openMusic(const char *path) {
-    struct stat status = {};
-    const bool isFile = stat(path, &status) == 0 && S_ISREG(status.st_mode);
-    return isFile ? SDL_RWFromFile(path, "rb") : nullptr;
+    return isRegularFile(path) ? SDL_RWFromFile(path, "rb") : nullptr;
 }
 
 static bool decodeAll(const char *path, std::vector<std::int16_t> *samples) {

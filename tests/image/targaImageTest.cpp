@@ -4,15 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <memory>
+#include <unistd.h>
 
 struct ImageDeleter {
-    void operator()(st_image *image) const {
-        std::free(image->pixels);
-        std::free(image->id);
-        std::free(image);
-    }
+    void operator()(st_image *image) const { image_free(image); }
 };
 using Image = std::unique_ptr<st_image, ImageDeleter>;
 
@@ -20,6 +16,13 @@ static Image load(const std::string &bytes) {
     const std::string path = testPath("image.tga");
     writeFile(path, bytes);
     return Image(targa_image_load(path.c_str(), 0, nullptr));
+}
+
+// The lowest descriptor that is free.
+static int nextDescriptor() {
+    const int descriptor = dup(0);
+    close(descriptor);
+    return descriptor;
 }
 
 static std::string pixelsOf(const Image &image) {
@@ -74,7 +77,8 @@ TEST(TargaImage, idComesBeforeThePixels) {
 }
 
 TEST(TargaImage, missingShortAndHugeFilesAreRefused) {
-    EXPECT_EQ(targa_image_load(testPath("none.tga").c_str(), 0, nullptr), nullptr);
+    for (const std::string &path : {testPath("none.tga"), std::string("/dev/zero")})
+        EXPECT_EQ(targa_image_load(path.c_str(), 0, nullptr), nullptr) << path;
     const std::string whole = targa(2, 2, 2, 24, 0, "abcdefghijkl", "id");
     for (std::size_t size = 0; size < whole.size(); size++)
         EXPECT_EQ(load(whole.substr(0, size)), nullptr) << size << " bytes";
@@ -105,7 +109,24 @@ TEST(TargaImage, lentBufferIsUsedWhenLargeEnough) {
     EXPECT_EQ(image->pixels, buffer);
     EXPECT_EQ(buffer[0], 'a');
     EXPECT_EQ(buffer[1] + buffer[2], 0) << "open pixels are zero";
-    std::free(image);
+    image->pixels = nullptr;
+    image_free(image);
+    image_free(nullptr);
+}
+
+TEST(TargaImage, readClosesTheFileAndLoadDoesNot) {
+    const std::string whole = targa(3, 2, 1, 8, 0, "ab", "id");
+    for (const std::string &bytes : {whole, whole.substr(0, 19), whole.substr(0, 5)}) {
+        const std::string path = testPath("image.tga");
+        writeFile(path, bytes);
+        const int before = nextDescriptor();
+        const Image image(targa_image_read(path.c_str()));
+        EXPECT_EQ(image != nullptr, bytes == whole);
+        EXPECT_EQ(image == nullptr ? "ab" : pixelsOf(image), "ab");
+        EXPECT_EQ(nextDescriptor(), before) << bytes.size();
+        const Image loaded(targa_image_load(path.c_str(), 0, nullptr));
+        EXPECT_EQ(nextDescriptor(), before + 1) << bytes.size();
+    }
 }
 
 TEST(TargaRunLength, packetsExpand) {

@@ -248,14 +248,13 @@ TEST(Set, texturesLoadInSeveralLayouts) {
         SCOPED_TRACE(texture.file);
         const std::string path = testPath(texture.file);
         writeBytes(path, targaBytes(texture.paint(), texture.layout));
-        st_image *image = targa_image_load(path.c_str(), 0, nullptr);
+        st_image *image = targa_image_read(path.c_str());
         ASSERT_NE(image, nullptr);
         EXPECT_LE(image->width, LARGEST_TEXTURE);
         EXPECT_LE(image->height, LARGEST_TEXTURE);
         kinds.insert({image->depth, image->orientation});
         packed = packed || texture.layout.runLength;
-        std::free(image->pixels);
-        std::free(image);
+        image_free(image);
     }
     EXPECT_TRUE(kinds.count({24, IMAGE_BOTTOM_LEFT}) == 1);
     EXPECT_TRUE(kinds.count({24, IMAGE_TOP_LEFT}) == 1);

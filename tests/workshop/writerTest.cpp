@@ -240,7 +240,7 @@ TEST(TargaWriter, isReadBackInEveryLayout) {
     for (const LayoutCase &expected : cases) {
         const std::string path = testPath("small.tga");
         writeBytes(path, targaBytes(smallPicture(), expected.layout));
-        st_image *image = targa_image_load(path.c_str(), 0, nullptr);
+        st_image *image = targa_image_read(path.c_str());
         ASSERT_NE(image, nullptr);
         EXPECT_EQ(image->type, expected.type);
         EXPECT_EQ(image->orientation, expected.orientation);
@@ -249,8 +249,7 @@ TEST(TargaWriter, isReadBackInEveryLayout) {
         EXPECT_EQ(
             std::string(reinterpret_cast<const char *>(image->pixels), expected.pixels.size()),
             expected.pixels);
-        std::free(image->pixels);
-        std::free(image);
+        image_free(image);
     }
 }
 
