@@ -22,7 +22,7 @@ struct st_celShading {
 };
 
 // Gives the render object a record with the defaults: cel shading off; four bands of grey, light
-// over the viewer's right shoulder, black outline 5 pixels wide.
+// over the viewer's right shoulder, black outline 5 pixels wide. Without memory the process ends.
 void setupCelShading(st_rObj *rObj);
 
 // Makes the ramp's texture for a context (0 to 2), of one render object or of all of a model's.

@@ -10,6 +10,15 @@
 // One model may be drawn in up to three OpenGL contexts, numbered 0 to 2; its textures for a
 // context are made by the first draw in it. Everything runs on the thread of that context.
 //
+// What does not come back to the caller:
+//   - Without memory for what a model cannot do without, loading (newLwoObj, testload, makeSubObjs,
+//     subObjsFit, loadTextures, makeRObjs, newLwoLodObj), setupCarrays, setupCelShading and
+//     setObjShadeModel end the process with status 1, after a line on standard error.
+//   - Without memory for the set itself newLwoLodObj raises SIGSEGV.
+//   - For a surface with two colour textures makeSubObjs, and so loading, never returns.
+// Drawing checks nothing: a null model or a context that the model was not loaded for is the
+// caller's fault. Every texture that is loaded leaves its file open.
+//
 //   st_lwoObj           a model
 //     rObjs[layer]      st_rObj, one per layer
 //       subObjs[i]      st_subObj, one per surface of the object, in its list order
@@ -121,7 +130,7 @@ struct internalColorStateArgList {
 // Loads the model at path for contextCount (1 to 3) contexts. Returns null when the file cannot
 // be read, after one line on standard output; so also when the path's directory is longer than
 // st_rObj::dir holds, and when the model would take more than 1 GB, or more than 64 MB for what
-// layers and surfaces of one name multiply.
+// multiplies: surfaces by layers, polygons by the surfaces of their name.
 st_lwoObj *newLwoObj(const char *path, int contextCount);
 
 // Loads the object at path into obj->object and returns its render objects (obj->rObjCount of
@@ -131,7 +140,7 @@ st_rObj *testload(const char *path, unsigned int *failId, int *failPos, st_lwoOb
                   int contextCount);
 
 // Returns count fresh render objects without sub-objects, owned by the caller. Without memory
-// for them returns null, after a line on standard error.
+// for the array returns null, after a line on standard error.
 st_rObj *makeRObjs(int count);
 
 // ------------------------------------------- building sub-objects (subObjects.cpp)
@@ -182,6 +191,8 @@ void renderRObjNormals(st_rObj *rObj, int context);
 
 // Sets up separate client arrays for vertices in the plain layout with RGBA colors.
 void setupVarrays(float *vertices, float *colors);
+
+// ------------------------------------------------------- OpenGL errors (glErrors.cpp)
 
 // Reports one pending OpenGL error on standard error; tag says where, null counts as "".
 void checkGLError(const char *tag);
@@ -234,9 +245,9 @@ void reverseModel(st_subObj *subObj, void *argument);
 
 // ---------------------------------------------------------- selectors (selectors.cpp)
 //
-// One sub-object of a layer. A selector that begins with a decimal integer ("3", "+3", "3abc")
-// is a sub-object index, any other a name, compared without regard to case; the first match
-// counts. A surface whose name is a number is reached by index only.
+// One sub-object of a layer. A selector that begins with a decimal integer ("3", "+3", "3abc"),
+// as scanf reads "%d", is a sub-object index, any other a name, compared without regard to case;
+// the first match counts. A surface whose name is a number is reached by index only.
 
 // Null when the model has no such layer or sub-object.
 st_subObj *getSubObj(st_lwoObj *obj, int layer, const char *selector);
@@ -268,11 +279,13 @@ void setObjShadeModel(st_lwObject *object, st_rObj *rObj, int layerIndex, int mo
 
 // Loads a set: level 0 from path (cut to 30 characters), level k from the full path with k
 // appended ("tree.lwo1"), up to the first file that cannot be read. Level k is used from 100 * k
-// on. Returns null, after a line on standard output, when level 0 cannot be read.
+// on. Returns null, after a line on standard output, when level 0 cannot be read. Without memory
+// for the set raises SIGSEGV after that line.
 st_lwoLodObj *newLwoLodObj(const char *path, int contextCount);
 
-// Chooses the level for a viewer at viewerPos and returns it. The first form takes the position
-// of level 0 for the object's and prints what it does; the second prints nothing.
+// Chooses the level for a viewer at viewerPos and returns it; at a distance that is not a number,
+// the coarsest. The first form takes the position of level 0 for the object's and prints what it
+// does; the second prints nothing.
 st_lwoObj *determineLodObj(st_lwoLodObj *lod, const float viewerPos[3]);
 st_lwoObj *determineLodObj(st_lwoLodObj *lod, const float viewerPos[3], const float objectPos[3]);
 

@@ -4,6 +4,7 @@
 #include "renderer/memory.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -36,14 +37,10 @@ void freeNameIndex(st_nameIndex *index) {
 }
 
 static st_nameRange searchName(const st_nameIndex *index, const char *name) {
-    const st_namedSubObj *end = index->entries + index->count;
-    st_nameRange range = {};
-    range.first = std::lower_bound(static_cast<const st_namedSubObj *>(index->entries), end,
-                                   st_namedSubObj{name, 0}, isBefore);
-    range.last = range.first;
-    while (range.last != end && std::strcmp(range.last->name, name) == 0)
-        range.last++;
-    return range;
+    const st_namedSubObj *begin = index->entries;
+    const st_namedSubObj *end = begin + index->count;
+    return {std::lower_bound(begin, end, st_namedSubObj{name, 0}, isBefore),
+            std::upper_bound(begin, end, st_namedSubObj{name, INT_MAX}, isBefore)};
 }
 
 st_nameRange findSubObjs(st_nameIndex *index, const st_lwPolygon *polygon) {

@@ -4,9 +4,9 @@
 //
 // Inside the renderer only.
 //   st_nameIndex index = makeNameIndex(object);
-//   const st_nameRange range = findSubObjs(&index, polygon);
-//   for (const st_namedSubObj *match = range.first; match != range.last; match++)
-//       ... subObjs[match->subObj] ...
+//   forAllMatches(layer->polygonList, &index, [&](const st_lwPolygon &polygon, int subObj) {
+//       ... subObjs[subObj] ...
+//   });
 //   freeNameIndex(&index);
 #pragma once
 
@@ -41,3 +41,15 @@ void freeNameIndex(st_nameIndex *index);
 
 // The polygon's sub-objects, ascending; none for a polygon without surface.
 st_nameRange findSubObjs(st_nameIndex *index, const st_lwPolygon *polygon);
+
+// Calls function(polygon, subObj) for every polygon in order, and for each of its sub-objects'
+// indices in order.
+template <typename Function>
+void forAllMatches(const st_lwPolygonList &polygonList, st_nameIndex *index, Function function) {
+    for (int i = 0; i < polygonList.count; i++) {
+        const st_lwPolygon &polygon = polygonList.polygons[i];
+        const st_nameRange range = findSubObjs(index, &polygon);
+        for (const st_namedSubObj *match = range.first; match != range.last; match++)
+            function(polygon, match->subObj);
+    }
+}

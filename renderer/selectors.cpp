@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdlib>
+#include <cstdio>
 
 static int lowerCase(char character) {
     return std::tolower(static_cast<unsigned char>(character));
@@ -35,9 +35,9 @@ st_subObj *getSubObj(st_lwoObj *obj, int layer, const char *selector) {
     const st_rObj *rObj = layerOf(obj, layer);
     if (rObj == nullptr)
         return nullptr;
-    char *end = nullptr;
-    const long number = std::strtol(selector, &end, 10);
-    const long index = end != selector ? number : getSubObjIndex(obj, layer, selector);
+    int index = 0;
+    if (std::sscanf(selector, "%d", &index) != 1)
+        index = getSubObjIndex(obj, layer, selector);
     return index >= 0 && index < rObj->subObjCount ? &rObj->subObjs[index] : nullptr;
 }
 

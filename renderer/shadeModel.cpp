@@ -28,31 +28,28 @@ static void addNormal(float sum[3], const float normal[3]) {
 }
 
 // The sums stay allocated after the call; deliberate.
-static void addPolygonNormals(st_subObjShading *shading, const st_lwPolygon *polygon,
+static void addPolygonNormals(st_subObjShading *shading, const st_lwPolygon &polygon,
                               int pointCount) {
     if (shading->normals == nullptr)
         shading->normals =
             static_cast<float(*)[3]>(allocateZeroed(pointCount, sizeof *shading->normals));
-    for (int i = 0; i < polygon->vertexCount; i++)
-        addNormal(shading->normals[polygon->vertices[i].index], polygon->vertices[i].normal);
+    for (int i = 0; i < polygon.vertexCount; i++)
+        addNormal(shading->normals[polygon.vertices[i].index], polygon.vertices[i].normal);
 }
 
 static void sumNormals(const st_lwLayer *layer, st_nameIndex *index, st_subObjShading *shadings) {
-    for (int i = 0; i < layer->polygonList.count; i++) {
-        const st_lwPolygon *polygon = &layer->polygonList.polygons[i];
-        const st_nameRange range = findSubObjs(index, polygon);
-        for (const st_namedSubObj *match = range.first; match != range.last; match++)
-            addPolygonNormals(&shadings[match->subObj], polygon, layer->pointList.count);
-    }
+    forAllMatches(layer->polygonList, index, [=](const st_lwPolygon &polygon, int subObj) {
+        addPolygonNormals(&shadings[subObj], polygon, layer->pointList.count);
+    });
 }
 
 // Returns where the next polygon goes. Texture coordinates are taken for two floats.
 static float *writeNormals(float *vertices, const st_subObjShading *shading,
-                           const st_lwPolygon *polygon, int stride) {
-    for (int i = 0; i < polygon->vertexCount; i++, vertices += stride) {
+                           const st_lwPolygon &polygon, int stride) {
+    for (int i = 0; i < polygon.vertexCount; i++, vertices += stride) {
         const float *normal = shading->normals != nullptr
-                                  ? shading->normals[polygon->vertices[i].index]
-                                  : polygon->normal;
+                                  ? shading->normals[polygon.vertices[i].index]
+                                  : polygon.normal;
         std::copy_n(normal, 3, vertices + stride - 6);
     }
     return vertices;
@@ -60,19 +57,15 @@ static float *writeNormals(float *vertices, const st_subObjShading *shading,
 
 static void writeLayer(const st_lwLayer *layer, st_nameIndex *index, const st_rObj *rObj,
                        st_subObjShading *shadings) {
-    for (int i = 0; i < layer->polygonList.count; i++) {
-        const st_lwPolygon *polygon = &layer->polygonList.polygons[i];
-        const st_nameRange range = findSubObjs(index, polygon);
-        for (const st_namedSubObj *match = range.first; match != range.last; match++) {
-            st_subObjShading *shading = &shadings[match->subObj];
-            const int projection = rObj->subObjs[match->subObj].projection;
-            const int stride = projection == LW_PROJECTION_UV ? UV_STRIDE : PLAIN_STRIDE;
-            if (polygon->vertexCount == 3)
-                shading->nextTri = writeNormals(shading->nextTri, shading, polygon, stride);
-            else if (polygon->vertexCount == 4)
-                shading->nextQuad = writeNormals(shading->nextQuad, shading, polygon, stride);
-        }
-    }
+    forAllMatches(layer->polygonList, index, [=](const st_lwPolygon &polygon, int subObj) {
+        st_subObjShading *shading = &shadings[subObj];
+        const int projection = rObj->subObjs[subObj].projection;
+        const int stride = projection == LW_PROJECTION_UV ? UV_STRIDE : PLAIN_STRIDE;
+        if (polygon.vertexCount == 3)
+            shading->nextTri = writeNormals(shading->nextTri, shading, polygon, stride);
+        else if (polygon.vertexCount == 4)
+            shading->nextQuad = writeNormals(shading->nextQuad, shading, polygon, stride);
+    });
 }
 
 void setObjShadeModel(st_lwObject *object, st_rObj *rObj, int layerIndex, int mode) {

@@ -17,12 +17,16 @@ constexpr int TRI_FLOATS = 3 * VERTEX_ROOM;
 constexpr int QUAD_FLOATS = 4 * VERTEX_ROOM;
 
 // Largest model that is built, and how much of it may come from what multiplies (surfaces by
-// layers, polygons by surfaces of one name): without these limits a small file could ask for all
+// layers, polygons by surfaces of their name): without these limits a small file could ask for all
 // memory there is.
 constexpr double MAX_MODEL_BYTES = 1e9;
 constexpr double MAX_MULTIPLIED_BYTES = 64e6;
-constexpr int EMPTY_ARRAY_BYTES = 32; // what an array of nothing takes from the heap
-constexpr int MAX_LAYERS = 0x10000;   // layer numbers have 16 bits
+constexpr int MAX_LAYERS = 0x10000; // layer numbers have 16 bits
+
+// What they are reckoned with: a sub-object with its two arrays of nothing as they lie on the
+// heap; a polygon as a quad with its colours.
+constexpr double SUB_OBJ_BYTES = sizeof(st_subObj) + 2 * 32;
+constexpr double POLYGON_BYTES = (QUAD_FLOATS + 2 * COLOR_ROOM) * sizeof(float);
 
 // Packs floats into an array. The cursor counts on where the room ends.
 struct st_floatWriter {
@@ -92,18 +96,14 @@ static void initSubObjs(const st_lwObject *object, st_rObj *rObj) {
 
 // -------------------------------------------------------------------------- counting
 
-static void countPolygons(const st_lwPolygonList *polygonList, st_nameIndex *index,
+static void countPolygons(const st_lwPolygonList &polygonList, st_nameIndex *index,
                           st_subObj *subObjs) {
-    for (int i = 0; i < polygonList->count; i++) {
-        const st_lwPolygon *polygon = &polygonList->polygons[i];
-        const st_nameRange range = findSubObjs(index, polygon);
-        for (const st_namedSubObj *match = range.first; match != range.last; match++) {
-            if (polygon->vertexCount == 3)
-                subObjs[match->subObj].triCount++;
-            else if (polygon->vertexCount == 4)
-                subObjs[match->subObj].quadCount++;
-        }
-    }
+    forAllMatches(polygonList, index, [=](const st_lwPolygon &polygon, int subObj) {
+        if (polygon.vertexCount == 3)
+            subObjs[subObj].triCount++;
+        else if (polygon.vertexCount == 4)
+            subObjs[subObj].quadCount++;
+    });
 }
 
 // Zeroed, as corners without texture coordinates leave the end of a quad array open.
@@ -206,12 +206,12 @@ static void writeVertex(st_floatWriter *writer, const float normal[3], const flo
 }
 
 static void writePolygon(st_subObjWriter *writer, st_floatWriter *floats, const st_subObj *subObj,
-                         const st_lwPolygon *polygon, const st_lwPoint *points) {
-    for (int i = 0; i < polygon->vertexCount; i++) {
-        const st_lwPolygonVertex *vertex = &polygon->vertices[i];
+                         const st_lwPolygon &polygon, const st_lwPoint *points) {
+    for (int i = 0; i < polygon.vertexCount; i++) {
+        const st_lwPolygonVertex *vertex = &polygon.vertices[i];
         const st_lwPoint *point = &points[vertex->index];
         if (subObj->projection == LW_PROJECTION_UV)
-            writeTexCoords(writer, floats, vertex, point, subObj->name, polygon->vertexCount == 4);
+            writeTexCoords(writer, floats, vertex, point, subObj->name, polygon.vertexCount == 4);
         writeVertex(floats, vertex->normal, point->position);
     }
 }
@@ -225,20 +225,17 @@ static void reportOverrun(const st_floatWriter *writer, int subObj, const char *
 
 static void fillArrays(const st_lwLayer *layer, st_nameIndex *index, const st_rObj *rObj,
                        st_subObjWriter *writers) {
-    for (int i = 0; i < layer->polygonList.count; i++) {
-        const st_lwPolygon *polygon = &layer->polygonList.polygons[i];
-        const st_nameRange range = findSubObjs(index, polygon);
-        for (const st_namedSubObj *match = range.first; match != range.last; match++) {
-            const st_subObj *subObj = &rObj->subObjs[match->subObj];
-            st_subObjWriter *writer = &writers[match->subObj];
-            if (polygon->vertexCount == 3)
-                writePolygon(writer, &writer->tris, subObj, polygon, layer->pointList.points);
-            else if (polygon->vertexCount == 4)
-                writePolygon(writer, &writer->quads, subObj, polygon, layer->pointList.points);
-            reportOverrun(&writer->tris, match->subObj, "Triangles");
-            reportOverrun(&writer->quads, match->subObj, "Quads");
-        }
-    }
+    const st_lwPoint *points = layer->pointList.points;
+    forAllMatches(layer->polygonList, index, [=](const st_lwPolygon &polygon, int number) {
+        const st_subObj *subObj = &rObj->subObjs[number];
+        st_subObjWriter *writer = &writers[number];
+        if (polygon.vertexCount == 3)
+            writePolygon(writer, &writer->tris, subObj, polygon, points);
+        else if (polygon.vertexCount == 4)
+            writePolygon(writer, &writer->quads, subObj, polygon, points);
+        reportOverrun(&writer->tris, number, "Triangles");
+        reportOverrun(&writer->quads, number, "Quads");
+    });
 }
 
 // ------------------------------------------------------------------------ the builder
@@ -253,7 +250,7 @@ static const st_lwLayer *findLayer(const st_lwObject *object, int layerIndex) {
 static void makeLayerSubObjs(const st_lwObject *object, st_rObj *rObj, const st_lwLayer *layer) {
     initSubObjs(object, rObj);
     st_nameIndex index = makeNameIndex(object);
-    countPolygons(&layer->polygonList, &index, rObj->subObjs);
+    countPolygons(layer->polygonList, &index, rObj->subObjs);
     st_mapIndex maps;
     st_subObjWriter *writers = allocateArrays(rObj, &maps);
     fillArrays(layer, &index, rObj, writers);
@@ -270,19 +267,27 @@ void makeSubObjs(st_lwObject *object, st_rObj *rObjs) {
         makeLayerSubObjs(object, rObjs++, layer);
 }
 
-// The largest number of surfaces that bear one name.
-static int countNamesakes(const st_lwObject *object) {
+static bool hasNamesakes(const st_nameIndex &index) {
+    for (int i = 1; i < index.count; i++)
+        if (std::strcmp(index.entries[i - 1].name, index.entries[i].name) == 0)
+            return true;
+    return false;
+}
+
+// How many more polygons there are to go through, counting each once with every surface of its
+// name, than lie in the file. Surfaces that no polygon has do not count.
+static double countRepeats(const st_lwObject *object) {
     st_nameIndex index = makeNameIndex(object);
-    int most = 0;
-    int run = 0;
-    for (int i = 0; i < index.count; i++) {
-        const bool isSame =
-            i > 0 && std::strcmp(index.entries[i].name, index.entries[i - 1].name) == 0;
-        run = isSame ? run + 1 : 1;
-        most = std::max(most, run);
-    }
+    double repeats = 0;
+    const st_lwLayer *layer = hasNamesakes(index) ? object->layers : nullptr;
+    for (; layer != nullptr; layer = layer->next)
+        for (int i = 0; i < layer->polygonList.count; i++) {
+            const st_nameRange range = findSubObjs(&index, &layer->polygonList.polygons[i]);
+            if (range.first != range.last)
+                repeats += static_cast<double>(range.last - range.first - 1);
+        }
     freeNameIndex(&index);
-    return most;
+    return repeats;
 }
 
 int subObjsFit(st_lwObject *object) {
@@ -292,10 +297,7 @@ int subObjsFit(st_lwObject *object) {
     for (const st_lwLayer *layer = object->layers; layer != nullptr; layer = layer->next)
         polygonCount += layer->polygonList.count;
     const double subObjCount = static_cast<double>(object->layerCount) * object->surfaceCount;
-    const double subObjBytes = sizeof(st_subObj) + 2 * EMPTY_ARRAY_BYTES;
-    const double polygonBytes = polygonCount * (QUAD_FLOATS + 2 * COLOR_ROOM) * sizeof(float);
-    const double multiplied =
-        subObjCount * subObjBytes + polygonBytes * std::max(countNamesakes(object) - 1, 0);
+    const double multiplied = subObjCount * SUB_OBJ_BYTES + countRepeats(object) * POLYGON_BYTES;
     return object->layerCount <= MAX_LAYERS && multiplied <= MAX_MULTIPLIED_BYTES &&
-           multiplied + polygonBytes <= MAX_MODEL_BYTES;
+           multiplied + polygonCount * POLYGON_BYTES <= MAX_MODEL_BYTES;
 }

@@ -104,13 +104,40 @@ TEST(Loading, directoryMustFitItsField) {
     EXPECT_EQ(failureOf(tooLong), "lwoRenderer> Couldn't load " + tooLong + ".\n");
 }
 
-TEST(Loading, modelsThatMultiplyBeyondAllMemoryAreRefused) {
-    std::string chunks = polygonTags({"a"}, {});
-    for (int i = 0; i < 2400; i++)
-        chunks += surf("a") + layr(static_cast<unsigned>(i));
-    CaptureStdout();
-    EXPECT_EQ(loadModel(chunks), nullptr);
-    EXPECT_EQ(GetCapturedStdout().substr(0, 12), "lwoRenderer>");
+// An object of many layers, surfaces of one name and triangles, of which each has one of those
+// surfaces. A further surface has another name, which the triangles may have instead.
+static std::string multiplied(unsigned layers, unsigned surfaces, std::size_t triangles,
+                              unsigned tag = 0) {
+    std::string chunks = polygonTags({"a", "b"}, {}) + surf("b");
+    for (unsigned i = 0; i < surfaces; i++)
+        chunks += surf("a");
+    for (unsigned i = 0; i < layers; i++)
+        chunks += layr(i);
+    if (triangles == 0)
+        return chunks;
+    std::string tags = "SURF";
+    for (unsigned i = 0; i < triangles; i++)
+        tags += vx(i) + vx(tag);
+    return chunks + pnts({0, 0, 0, 1, 0, 0, 0, 1, 0}) +
+           pols(std::vector<std::vector<unsigned>>(triangles, {0, 1, 2})) + chunk("PTAG", tags);
+}
+
+// Both sides of 64 MB, far below what a whole model may take.
+TEST(Loading, modelsThatMultiplyTheirPartsAreRefused) {
+    const struct {
+        const char *what;
+        std::string chunks;
+        bool isLoaded;
+    } cases[] = {{"surfaces by layers", multiplied(500, 550, 0), true},
+                 {"more surfaces by layers", multiplied(600, 650, 0), false},
+                 {"triangles by surfaces", multiplied(1, 101, 2300), true},
+                 {"more triangles by surfaces", multiplied(1, 101, 2400), false},
+                 {"triangles of no such surface", multiplied(1, 101, 2400, 1), true}};
+    for (const auto &item : cases) {
+        CaptureStdout();
+        EXPECT_EQ(loadModel(item.chunks) != nullptr, item.isLoaded) << item.what;
+        EXPECT_EQ(GetCapturedStdout().empty(), item.isLoaded) << item.what;
+    }
 }
 
 TEST(Loading, fewerThanOneRenderObjectIsAnEmptyArray) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <filesystem>
 
 using testing::internal::CaptureStdout;
@@ -65,7 +66,8 @@ TEST(Lod, levelIsTheLastWhoseDistanceIsReached) {
     const struct {
         float distance;
         int level;
-    } cases[] = {{0, 0}, {99.9F, 0}, {100, 1}, {199, 1}, {250, 2}, {1000, 2}, {-100, 1}};
+    } cases[] = {{0, 0},   {99.9F, 0}, {100, 1},  {199, 1},
+                 {250, 2}, {1000, 2},  {-100, 1}, {std::nanf(""), 2}};
     for (const auto &item : cases)
         EXPECT_EQ(levelAt(lod, item.distance), item.level) << item.distance;
 
