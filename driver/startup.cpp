@@ -13,17 +13,17 @@ float cube_color[4] = {0.5F, 0.9F, 0.2F, 1.0F};
 float cube_spec[4] = {0.2F, 0.2F, 0.1F, 1.0F};
 
 // Light 1, the yellow spot that walks with the sun. The negative alphas are deliberate.
-static const float lightAmbient[4] = {0.1F, 0.1F, 0.1F, -1.0F};
-static const float lightDiffuse[4] = {1.0F, 1.0F, 0.3F, -1.0F};
+float lightAmbient[4] = {0.1F, 0.1F, 0.1F, -1.0F};
+float lightDiffuse[4] = {1.0F, 1.0F, 0.3F, -1.0F};
 float lightPosition[4] = {0.0F, 2.0F, 1.0F, 1.0F};
-static const float lightSpotDirection[3] = {0.0F, -1.0F, 0.0F};
-static const float lightSpotCutoff = 10.0F; // degrees
-static const float lightSpotExponent = 15.0F;
+float lightSpotDirection[3] = {0.0F, -1.0F, 0.0F};
+float lightSpotCutoff = 10.0F; // degrees
+float lightSpotExponent = 15.0F;
 
 // Light 2, a faint fill light.
-static const float lightAmbient2[4] = {0.2F, 0.2F, 0.2F, 1.0F};
-static const float lightDiffuse2[4] = {0.2F, 0.2F, 0.2F, 1.0F};
-static const float lightPosition2[4] = {0.0F, 1.0F, 1.0F, 1.0F};
+float lightAmbient2[4] = {0.2F, 0.2F, 0.2F, 1.0F};
+float lightDiffuse2[4] = {0.2F, 0.2F, 0.2F, 1.0F};
+float lightPosition2[4] = {0.0F, 1.0F, 1.0F, 1.0F};
 
 constexpr char WINDOW_TITLE[] = "k7-orvo-----VALMORINE____2003____INVITRO-----ovro-7k";
 constexpr char MUSIC_PATH[] = "msx/ferrol_-_tamo_lani_rete.ogg";

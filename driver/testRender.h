@@ -31,7 +31,17 @@ extern int yCenter;
 
 extern float framecounter; // frames drawn so far
 
-extern float lightPosition[4]; // of light 1; its x follows the sun
+// Light 1, the spot that walks with the sun, and light 2, which stands before the eye. init sets
+// them; afterwards a frame sends lightPosition only.
+extern float lightAmbient[4];
+extern float lightDiffuse[4];
+extern float lightPosition[4]; // its x follows the sun
+extern float lightSpotDirection[3];
+extern float lightSpotCutoff; // degrees
+extern float lightSpotExponent;
+extern float lightAmbient2[4];
+extern float lightDiffuse2[4];
+extern float lightPosition2[4];
 
 extern FSOUND_STREAM *stream; // null: silence
 constexpr int MUSIC_CHANNEL = 1;

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using Texts = std::vector<std::string>;
 
 static const Texts modelPaths = {
@@ -47,6 +49,30 @@ TEST(StartUp, makesWindowStateLightsMusicAndCallbacksInThisOrder) {
                      "glutFullScreen()",
                      "glutMainLoop()"}));
     EXPECT_EQ(loadedPaths, modelPaths);
+}
+
+TEST(StartUp, lightsAreWhatTheGlobalsSay) {
+    const std::pair<float *, const char *> parts[] = {
+        {lightAmbient, "GL_LIGHT1, GL_AMBIENT"},
+        {lightDiffuse, "GL_LIGHT1, GL_DIFFUSE"},
+        {lightPosition, "GL_LIGHT1, GL_POSITION"},
+        {lightSpotDirection, "GL_LIGHT1, GL_SPOT_DIRECTION"},
+        {&lightSpotExponent, "GL_LIGHT1, GL_SPOT_EXPONENT"},
+        {&lightSpotCutoff, "GL_LIGHT1, GL_SPOT_CUTOFF"},
+        {lightPosition2, "GL_LIGHT2, GL_POSITION"},
+        {lightAmbient2, "GL_LIGHT2, GL_AMBIENT"},
+        {lightDiffuse2, "GL_LIGHT2, GL_DIFFUSE"}};
+    for (const auto &[light, sent] : parts) {
+        resetShow();
+        const float before = std::exchange(light[0], 7.0F);
+        init();
+        light[0] = before;
+        std::string found;
+        for (const std::string &text : glTexts())
+            if (text.find(std::string(sent) + ", 7") != std::string::npos)
+                found = text;
+        EXPECT_NE(found, "") << sent;
+    }
 }
 
 TEST(StartUp, loadsTheSameModelsWhateverTheArgumentsSay) {

@@ -92,7 +92,7 @@ TEST(Display, sunWalksWithItsLightUntilItParks) {
         {3100.0F, {"glLightfv(GL_LIGHT1, GL_POSITION, -0.5, 2, 1, 1)", "glTranslatef(1.5, 0, 0)"}},
         {5099.0F,
          {"glLightfv(GL_LIGHT1, GL_POSITION, 1.499, 2, 1, 1)", "glTranslatef(3.499, 0, 0)"}},
-        {5100.0F, {"glLightfv(GL_LIGHT1, GL_POSITION, 1.5, 2, 1, 1)", "glTranslatef(3.5, 0, 0)"}},
+        {5101.0F, {"glLightfv(GL_LIGHT1, GL_POSITION, 1.5, 2, 1, 1)", "glTranslatef(3.5, 0, 0)"}},
     };
     for (const auto &c : cases) {
         resetShow();
