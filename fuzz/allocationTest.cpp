@@ -9,6 +9,7 @@
 #include "tests/support/sampleModels.h"
 #include "tests/support/targaWriter.h"
 #include "tests/support/testFolder.h"
+#include "tools/lwoinfo/modelFile.h"
 
 #include <gtest/gtest.h>
 
@@ -39,6 +40,21 @@ TEST(NoMemory, objectsAreReadOrRefusedAndNothingIsLost) {
                 number++;
             EXPECT_GT(number, 5) << model.name;
         }
+}
+
+// What lwoinfo says of a file that it has no memory for.
+TEST(NoMemory, isNotTakenForDamage) {
+    const std::string path = memoryFile(geometryModel());
+    bool failed = true;
+    for (long number = 0; failed; number++) {
+        watchAllocations();
+        failAllocation(number, FAIL_FROM);
+        const st_modelFile model = openModel(path);
+        failed = allocationFailed();
+        failAllocation(-1, FAIL_FROM);
+        EXPECT_EQ(model.limit, model.object == nullptr ? "memory" : "") << model.problem;
+    }
+    releaseHeld();
 }
 
 static bool loadImage(const std::string &path, long number, FailureKind kind) {

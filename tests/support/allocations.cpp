@@ -2,6 +2,7 @@
 #include "tests/support/allocations.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <unordered_map>
 
@@ -54,6 +55,7 @@ static bool failsNow() {
     if (failureKind == FAIL_FROM)
         countdown = 0;
     failed = true;
+    errno = ENOMEM;
     return true;
 }
 

@@ -85,6 +85,13 @@ TEST(ModelCheck, knowsWhatGeometryIsNotDrawn) {
          }},
         {"a hidden layer", "hidden-layer",
          [](Plank &p) { p.layer = chunk("LAYR", u2(1) + u2(1) + f4(0, 0, 0) + s0("")); }},
+        {"600 layers of 652 surfaces", "size",
+         [](Plank &p) {
+             for (unsigned i = 2; i <= 600; i++)
+                 p.layer += chunk("LAYR", u2(i) + u2(0) + f4(0, 0, 0) + s0(""));
+             for (int i = 0; i < 650; i++)
+                 p.last += surf("unused", "");
+         }},
     });
 }
 

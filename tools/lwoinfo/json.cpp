@@ -126,6 +126,8 @@ static Json envelopeJson(const st_lwEnvelope &envelope) {
 
 static Json problemJson(const st_modelFile &model) {
     Json json = {{"problem", model.problem}};
+    if (!model.limit.empty())
+        json["rule"] = model.limit;
     if (!model.failedChunk.empty())
         json["chunk"] = model.failedChunk;
     if (model.failedPosition >= 0)

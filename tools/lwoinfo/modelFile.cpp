@@ -1,21 +1,30 @@
-// Puts into words what the reader reports through failID and failpos.
+// Puts into words what the reader reports through failID, failpos and errno.
 #include "tools/lwoinfo/modelFile.h"
 
+#include "files/regularFile.h"
 #include "tools/lwoinfo/plainText.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <sys/stat.h>
 
 constexpr int FORM_HEADER = 12; // bytes: "FORM", size, type
 
+// Limits that a sound file may go beyond, by what the reader leaves in errno.
+static const struct {
+    int error;
+    const char *rule;
+    const char *problem;
+} LIMITS[] = {
+    {ENOMEM, "memory", "refused: there is not enough memory to read it"},
+    {EFBIG, "crowded-point",
+     "refused: too many smooth polygons meet at a point; give them points of their own, or a "
+     "surface without smoothing"},
+};
+
 std::string fileProblem(const std::string &path) {
-    struct stat status = {};
-    if (stat(path.c_str(), &status) != 0)
-        return std::strerror(errno);
-    if (!S_ISREG(status.st_mode))
-        return "not a file";
+    if (!isRegularFile(path.c_str()))
+        return errno != 0 ? std::strerror(errno) : "not a file";
     std::FILE *file = std::fopen(path.c_str(), "rb");
     if (file == nullptr)
         return std::strerror(errno);
@@ -33,7 +42,13 @@ static std::string formTypeOf(const std::string &path) {
     return got == sizeof header ? std::string(header + FORM_HEADER - 4, 4) : "";
 }
 
-static void explain(st_modelFile *model, unsigned int failID, int failpos) {
+static void explain(st_modelFile *model, unsigned int failID, int failpos, int error) {
+    for (const auto &limit : LIMITS)
+        if (limit.error == error) {
+            model->limit = limit.rule;
+            model->problem = limit.problem;
+            return;
+        }
     if (failID == 0 && failpos < 0) {
         model->problem = "too short for an object file";
     } else if (failID == 0) {
@@ -58,9 +73,10 @@ st_modelFile openModel(const std::string &path) {
         return model;
     unsigned int failID = 0;
     int failpos = -1;
+    errno = 0;
     model.object.reset(lwGetObject(path.c_str(), &failID, &failpos));
     if (model.object == nullptr)
-        explain(&model, failID, failpos);
+        explain(&model, failID, failpos, errno);
     else
         model.format = formTypeOf(path);
     return model;

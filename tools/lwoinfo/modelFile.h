@@ -17,6 +17,7 @@ struct st_modelFile {
 
     // Why there is no object.
     std::string problem;     // in plain words; "" when there is one
+    std::string limit;       // rule of the limit that a sound file goes beyond; "": none
     std::string failedChunk; // ID of the chunk that could not be read; "": none
     int failedPosition = -1; // in the file; -1: none
 };
