@@ -1,7 +1,7 @@
 // A model as JSON, for programs.
 #pragma once
 
-#include "tools/lwoinfo/check/modelCheck.h"
+#include "tools/lwoinfo/check/finding.h"
 #include "tools/lwoinfo/modelFile.h"
 
 #include <nlohmann/json.hpp>

@@ -1,125 +1,10 @@
 // Rules about layers, polygons, names and the coordinates of textures.
-#include "tools/lwoinfo/check/modelRules.h"
+#include "tools/lwoinfo/check/rules.h"
 #include "tools/lwoinfo/facts.h"
 #include "tools/lwoinfo/plainText.h"
 
-#include <cmath>
-
 constexpr std::size_t LONGEST_NAME = 31; // bytes of a surface's name that the renderer keeps
 constexpr int LAYER_HIDDEN = 1;          // in st_lwLayer::flags
-
-// ----------------------------------------------------------------------- counting
-
-static bool isFinite(const float *values, int count) {
-    for (int i = 0; i < count; i++)
-        if (!std::isfinite(values[i]))
-            return false;
-    return true;
-}
-
-static bool isDrawn(const st_lwPolygon &polygon) {
-    return polygon.vertexCount == 3 || polygon.vertexCount == 4;
-}
-
-static const st_lwVMapRef *findRef(const st_lwVMapRef *refs, int count, const std::string &name) {
-    for (int i = 0; i < count; i++)
-        if (name == (refs[i].vmap->name == nullptr ? "" : refs[i].vmap->name))
-            return &refs[i];
-    return nullptr;
-}
-
-// As the renderer does it: a corner that has maps of its own has no others.
-static void countCorner(const st_lwPolygonVertex &corner, const st_lwPoint &point,
-                        st_surfaceUse *use) {
-    const st_lwVMapRef *ofPoint = findRef(point.vmapRefs, point.vmapCount, use->name);
-    const st_lwVMapRef *ref =
-        corner.vmapCount > 0 ? findRef(corner.vmapRefs, corner.vmapCount, use->name) : ofPoint;
-    if (ref == nullptr) {
-        use->unmapped++;
-        use->shadowed += ofPoint != nullptr ? 1 : 0;
-    } else if (ref->vmap->dimension != 2) {
-        use->torn++;
-        use->wrongDimension = ref->vmap->dimension;
-    } else if (!isFinite(ref->vmap->values[ref->index], 2)) {
-        use->wild++;
-    }
-}
-
-static void countCoordinates(const st_lwLayer &layer, const st_lwPolygon &polygon,
-                             st_surfaceUse *use) {
-    for (int i = 0; i < polygon.vertexCount; i++) {
-        const st_lwPolygonVertex &corner = polygon.vertices[i];
-        use->corners++;
-        if (use->hasMap)
-            countCorner(corner, layer.pointList.points[corner.index], use);
-        else
-            use->unmapped++;
-    }
-}
-
-// Polygons at coordinates that are no numbers have normals that are none either, and a rule of
-// their own.
-static bool isUnlit(const st_lwLayer &layer, const st_lwPolygon &polygon) {
-    bool isUnlit = false;
-    for (int i = 0; i < polygon.vertexCount; i++) {
-        const st_lwPolygonVertex &corner = polygon.vertices[i];
-        if (!isFinite(layer.pointList.points[corner.index].position, 3))
-            return false;
-        isUnlit = isUnlit || !isFinite(corner.normal, 3) || dot(corner.normal, corner.normal) == 0;
-    }
-    return isUnlit;
-}
-
-static void countShape(const st_lwLayer &layer, const st_lwPolygon &polygon, st_surfaceUse *use) {
-    if (!isDrawn(polygon)) {
-        // Bones are not there to be seen.
-        if (polygon.type != lwID("BONE"))
-            use->undrawn[polygon.vertexCount]++;
-        return;
-    }
-    if (polygon.type != lwID("FACE"))
-        use->foreignTypes[polygon.type]++;
-    if (isUnlit(layer, polygon))
-        use->withoutNormal++;
-}
-
-// A polygon is drawn with every surface that bears the name of its own.
-static void countPolygon(const st_lwLayer &layer, const st_lwPolygon &polygon,
-                         st_checkedModel *model) {
-    if (polygon.surface == nullptr) {
-        model->withoutSurface++;
-        return;
-    }
-    const char *name = polygon.surface->name;
-    for (const std::size_t i : model->byName.at(name == nullptr ? "" : name)) {
-        st_surfaceUse &use = model->surfaces[i];
-        if (use.surface == polygon.surface)
-            countShape(layer, polygon, &use);
-        if (!isDrawn(polygon))
-            continue;
-        use.drawn++;
-        if (use.isUv)
-            countCoordinates(layer, polygon, &use);
-    }
-}
-
-static void findMaps(st_checkedModel *model) {
-    forEach(model->object->layers, [&](const st_lwLayer &layer) {
-        forEach(layer.vmaps, [&](const st_lwVMap &vmap) {
-            model->mapNames.insert(vmap.name == nullptr ? "" : vmap.name);
-        });
-    });
-    for (st_surfaceUse &use : model->surfaces)
-        use.hasMap = model->mapNames.count(use.name) != 0;
-}
-
-void countUses(st_checkedModel *model) {
-    findMaps(model);
-    forEach(model->object->layers, [&](const st_lwLayer &layer) {
-        for (int i = 0; i < layer.polygonList.count; i++)
-            countPolygon(layer, layer.polygonList.polygons[i], model);
-    });
-}
 
 // ------------------------------------------------------------------ loading, layers
 
@@ -142,17 +27,17 @@ static void hiddenLayers(const st_checkedModel &model, st_ruleReport *to) {
 // ----------------------------------------------------------------- points, polygons
 
 static void nothingDrawn(const st_checkedModel &model, st_ruleReport *to) {
-    bool isExplained = model.withoutSurface > 0;
-    for (const st_surfaceUse &use : model.surfaces)
+    bool isExplained = model.uses.withoutSurface > 0;
+    for (const st_surfaceUse &use : model.uses.surfaces)
         isExplained = isExplained || use.drawn > 0 || !use.undrawn.empty();
     if (!isExplained)
         report(to, "it has no polygons", "nothing is drawn", "build it of triangles and quads");
 }
 
 static void noSurface(const st_checkedModel &model, st_ruleReport *to) {
-    if (model.withoutSurface > 0)
-        report(to, counted(model.withoutSurface, "polygon") + " without a surface", "not drawn",
-               "assign one");
+    if (model.uses.withoutSurface > 0)
+        report(to, counted(model.uses.withoutSurface, "polygon") + " without a surface",
+               "not drawn", "assign one");
 }
 
 // The reader makes a nameless surface for a number past the last name.
@@ -196,7 +81,7 @@ static void positions(const st_checkedModel &model, st_ruleReport *to) {
     forEach(model.object->layers, [&](const st_lwLayer &layer) {
         for (int i = 0; i < layer.pointList.count; i++)
             if (const st_lwPoint &point = layer.pointList.points[i];
-                point.polygonCount > 0 && !isFinite(point.position, 3))
+                point.polygonCount > 0 && !areFinite(point.position, 3))
                 count++;
     });
     if (count > 0)
@@ -225,7 +110,7 @@ static void changedNames(const st_checkedModel & /*model*/, const st_surfaceUse 
 }
 
 static void namesakes(const st_checkedModel &model, st_ruleReport *to) {
-    for (const auto &[name, uses] : model.byName)
+    for (const auto &[name, uses] : model.uses.byName)
         if (uses.size() > 1)
             report(to, std::to_string(uses.size()) + " surfaces are called " + quoted(name.c_str()),
                    "the polygons of each are drawn with all of them", "rename");
@@ -238,7 +123,7 @@ static const char *const NO_COORDINATES = "noise on triangles, a single colour o
 // The map that the texture names, when there is one under that name; "" otherwise.
 static std::string otherMapOf(const st_checkedModel &model, const st_surfaceUse &use) {
     const char *wanted = use.surface->color.textures->param.imageMap.vmapName;
-    return wanted != nullptr && model.mapNames.count(wanted) != 0 ? wanted : "";
+    return wanted != nullptr && model.uses.mapNames.count(wanted) != 0 ? wanted : "";
 }
 
 static void uvMaps(const st_checkedModel &model, const st_surfaceUse &use, st_ruleReport *to) {

@@ -5,20 +5,11 @@
 //       std::printf("%s\n", findingLine(model.path, finding).c_str());
 #pragma once
 
+#include "tools/lwoinfo/check/finding.h"
 #include "tools/lwoinfo/modelFile.h"
 
 #include <string>
 #include <vector>
-
-// Texts are UTF-8, without line ends and full stops.
-struct st_finding {
-    std::string rule; // which rule found it, such as "uv-map"
-    // Not a fault of the model: the renderer leaves such a thing out of every model.
-    bool isNote;
-    std::string what;
-    std::string consequence;
-    std::string remedy; // "" when there is none
-};
 
 // In the order of the rules. Ends for every object, also for those that the renderer hangs on. The
 // model must have an object, the surfaces of which get the names that the renderer gives them; its
@@ -27,6 +18,3 @@ std::vector<st_finding> checkModel(const st_modelFile &model);
 
 // Which of the show's models a folder does not have.
 std::vector<st_finding> checkFolder(const std::string &folder);
-
-// "FILE: WHAT: CONSEQUENCE; REMEDY".
-std::string findingLine(const std::string &path, const st_finding &finding);

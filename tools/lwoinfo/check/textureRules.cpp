@@ -1,17 +1,11 @@
-// Rules about colour textures, their clips and the image files. What the renderer would make of a
-// file is found out by the loader that it uses.
+// Rules about colour textures, their clips and the image files.
 #include "image/image.h"
-#include "image/targa_image.h"
 #include "renderer/textureFiles.h"
-#include "tools/lwoinfo/check/modelRules.h"
+#include "tools/lwoinfo/check/rules.h"
 #include "tools/lwoinfo/facts.h"
 #include "tools/lwoinfo/plainText.h"
 
-#include <cctype>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -20,81 +14,8 @@ constexpr int LARGEST_SIDE = 16384; // pixels; what common graphics cards take
 static const char *const PLAIN = "the surface is drawn in its plain colour";
 static const char *const SAVE_AGAIN = "save it as a true-colour Targa file of 24 bits";
 
-// ------------------------------------------------------------------------ image files
-
-// The loader leaves its file open; of many models that would exhaust the descriptors. The one it
-// gets is the lowest that is free.
-static st_image *loadImage(const std::string &path) {
-    const int lowest = open("/dev/null", O_RDONLY);
-    if (lowest >= 0)
-        close(lowest);
-    st_image *image = targa_image_load(path.c_str(), 0, nullptr);
-    if (lowest >= 0)
-        close(lowest);
-    return image;
-}
-
-static st_imageFacts lookAt(const std::string &path) {
-    st_imageFacts facts = {};
-    facts.path = path;
-    std::error_code ignored;
-    facts.isMissing = !fs::exists(path, ignored);
-    facts.problem = fileProblem(path);
-    if (!facts.problem.empty())
-        return facts;
-    st_image *image = loadImage(path);
-    if (image == nullptr) {
-        facts.problem = "no Targa file, or cut short";
-        return facts;
-    }
-    facts.type = image->type;
-    facts.depth = image->depth;
-    facts.orientation = image->orientation;
-    facts.width = image->width;
-    facts.height = image->height;
-    facts.isTrueColor = image_is_true_color(image) != 0;
-    std::free(image->pixels);
-    std::free(image->id);
-    std::free(image);
-    return facts;
-}
-
-static std::string fileName(const std::string &path) {
-    return path.substr(path.rfind('/') + 1);
-}
-
-static std::string lowerCase(std::string text) {
-    for (char &c : text)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return text;
-}
-
-static void listFiles(st_checkedModel *model) {
-    std::error_code failed;
-    fs::directory_iterator entry(model->directory, failed);
-    for (; !failed && entry != fs::directory_iterator(); entry.increment(failed)) {
-        const std::string name = entry->path().filename().string();
-        model->files[lowerCase(name)] = name;
-    }
-}
-
-void loadImages(st_checkedModel *model) {
-    std::map<std::string, st_imageFacts> seen;
-    bool isComplete = true;
-    for (const auto &[index, clips] : model->clips)
-        for (const st_lwClip *clip : clips) {
-            const std::string path = texturePath(clip, model->directory.c_str());
-            if (!path.empty() && seen.count(path) == 0)
-                seen[path] = lookAt(path);
-            model->images[clip] = seen[path];
-            isComplete = isComplete && !seen[path].isMissing;
-        }
-    if (!isComplete)
-        listFiles(model);
-}
-
 static std::string imageLabel(const st_imageFacts &image) {
-    return "texture " + printable(fileName(image.path));
+    return "texture " + printable(baseName(image.path));
 }
 
 // -------------------------------------------------------------------- colour textures
@@ -150,7 +71,7 @@ static void noImages(const st_checkedModel & /*model*/, const st_surfaceUse &use
 
 static void undefinedClips(const st_checkedModel &model, const st_surfaceUse &use,
                            st_ruleReport *to) {
-    if (isUvDrawn(use) && use.clipIndex > 0 && clipOf(model, use.clipIndex) == nullptr)
+    if (isUvDrawn(use) && use.clipIndex > 0 && clipOf(model.images, use.clipIndex) == nullptr)
         report(to,
                surfaceLabel(use) + " uses clip " + std::to_string(use.clipIndex) +
                    ", which nothing defines",
@@ -160,15 +81,15 @@ static void undefinedClips(const st_checkedModel &model, const st_surfaceUse &us
 // Clips that show, or should, each with the first surface that uses it.
 static std::map<int, const st_surfaceUse *> usedClips(const st_checkedModel &model) {
     std::map<int, const st_surfaceUse *> used;
-    for (const st_surfaceUse &use : model.surfaces)
-        if (isUvDrawn(use) && use.clipIndex > 0 && model.clips.count(use.clipIndex) != 0)
+    for (const st_surfaceUse &use : model.uses.surfaces)
+        if (isUvDrawn(use) && use.clipIndex > 0 && model.images.clips.count(use.clipIndex) != 0)
             used.insert({use.clipIndex, &use});
     return used;
 }
 
 static void doubleClips(const st_checkedModel &model, st_ruleReport *to) {
     for (const auto &[index, use] : usedClips(model)) {
-        const std::size_t count = model.clips.at(index).size();
+        const std::size_t count = model.images.clips.at(index).size();
         if (count > 1)
             report(to,
                    "clip " + std::to_string(index) + " is defined " + std::to_string(count) +
@@ -179,7 +100,7 @@ static void doubleClips(const st_checkedModel &model, st_ruleReport *to) {
 
 static void movingClips(const st_checkedModel &model, st_ruleReport *to) {
     for (const auto &[index, use] : usedClips(model)) {
-        const st_lwClip *clip = clipOf(model, index);
+        const st_lwClip *clip = clipOf(model.images, index);
         if (clip->type != lwID("STIL"))
             report(to,
                    surfaceLabel(*use) + " uses a clip that is no still image: " +
@@ -193,9 +114,9 @@ static void movingClips(const st_checkedModel &model, st_ruleReport *to) {
 // Calls visit(use, clip, image) for what each used clip loads.
 template <typename Visit> static void forUsedImages(const st_checkedModel &model, Visit visit) {
     for (const auto &[index, use] : usedClips(model)) {
-        const st_lwClip *clip = clipOf(model, index);
+        const st_lwClip *clip = clipOf(model.images, index);
         if (clip->type == lwID("STIL"))
-            visit(*use, *clip, model.images.at(clip));
+            visit(*use, *clip, model.images.ofClips.at(clip));
     }
 }
 
@@ -209,9 +130,9 @@ template <typename Visit> static void forLoadedImages(const st_checkedModel &mod
 
 static std::string missingRemedy(const st_checkedModel &model, const st_lwClip &clip,
                                  const std::string &path) {
-    const auto other = model.files.find(lowerCase(fileName(path)));
-    if (other != model.files.end())
-        return "rename " + printable(other->second) + ": upper and lower case count";
+    const std::string other = otherSpelling(model.images, path);
+    if (!other.empty())
+        return "rename " + printable(other) + ": upper and lower case count";
     std::error_code ignored;
     const std::string named = clip.source.still.name;
     for (const fs::path &place : {fs::path(model.directory) / named, fs::path(named)})
@@ -308,7 +229,7 @@ static std::int64_t bytesOf(const st_imageFacts &image) {
 
 static void imageMemory(const st_checkedModel &model, st_ruleReport *to) {
     std::int64_t sum = 0;
-    for (const auto &[clip, image] : model.images)
+    for (const auto &[clip, image] : model.images.ofClips)
         sum += bytesOf(image);
     if (sum > MAX_IMAGE_BYTES)
         report(to,
@@ -324,15 +245,15 @@ static void imageMemory(const st_checkedModel &model, st_ruleReport *to) {
 // surfaces have, also where the surface has another. Surfaces without a texture are those of clip
 // 0.
 static void distorted(const st_checkedModel &model, const st_surfaceUse &use, st_ruleReport *to) {
-    const auto clips = model.clips.find(use.clipIndex);
-    if (use.isUv || use.drawn == 0 || clips == model.clips.end())
+    const auto clips = model.images.clips.find(use.clipIndex);
+    if (use.isUv || use.drawn == 0 || clips == model.images.clips.end())
         return;
     for (const st_lwClip *clip : clips->second) {
-        const st_imageFacts &image = model.images.at(clip);
+        const st_imageFacts &image = model.images.ofClips.at(clip);
         if (!image.path.empty() && image.problem.empty() && image.orientation == IMAGE_TOP_LEFT)
             report(to,
                    surfaceLabel(use) + " is not UV-mapped, and the image of its clip " +
-                       std::to_string(use.clipIndex) + ", " + printable(fileName(image.path)) +
+                       std::to_string(use.clipIndex) + ", " + printable(baseName(image.path)) +
                        ", is stored top row first",
                    "its polygons are torn to pieces",
                    use.clipIndex == 0 ? "number clips from 1"
@@ -343,12 +264,12 @@ static void distorted(const st_checkedModel &model, const st_surfaceUse &use, st
 // Drawing a model leaves texturing on and the last image in force.
 static void lastingImages(const st_checkedModel &model, st_ruleReport *to) {
     const st_surfaceUse *last = nullptr;
-    for (const st_surfaceUse &use : model.surfaces)
+    for (const st_surfaceUse &use : model.uses.surfaces)
         last = use.isUv ? &use : last;
     if (last == nullptr || last->clipIndex <= 0)
         return;
-    const st_lwClip *clip = clipOf(model, last->clipIndex);
-    if (clip != nullptr && model.images.at(clip).isTrueColor)
+    const st_lwClip *clip = clipOf(model.images, last->clipIndex);
+    if (clip != nullptr && model.images.ofClips.at(clip).isTrueColor)
         report(to,
                "the last of its textured surfaces, " + surfaceLabel(*last).substr(8) +
                    ", leaves its image in force",
@@ -370,7 +291,7 @@ static void leftOut(const st_checkedModel &model, st_ruleReport *to) {
     int luminous = 0;
     int textures = 0;
     int shaders = 0;
-    for (const st_surfaceUse &use : model.surfaces) {
+    for (const st_surfaceUse &use : model.uses.surfaces) {
         if (use.drawn == 0)
             continue;
         transparent += use.surface->transparency.value > 0 ? 1 : 0;

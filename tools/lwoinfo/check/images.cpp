@@ -1,0 +1,105 @@
+// What the renderer would make of a file is found out by the loader that it uses.
+#include "tools/lwoinfo/check/images.h"
+
+#include "image/image.h"
+#include "image/targa_image.h"
+#include "renderer/textureFiles.h"
+#include "tools/lwoinfo/facts.h"
+#include "tools/lwoinfo/modelFile.h"
+
+#include <cctype>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+// The loader leaves its file open; of many models that would exhaust the descriptors. The one it
+// gets is the lowest that is free.
+static st_image *loadImage(const std::string &path) {
+    const int lowest = open("/dev/null", O_RDONLY);
+    if (lowest >= 0)
+        close(lowest);
+    st_image *image = targa_image_load(path.c_str(), 0, nullptr);
+    if (lowest >= 0)
+        close(lowest);
+    return image;
+}
+
+static st_imageFacts lookAt(const std::string &path) {
+    st_imageFacts facts = {};
+    facts.path = path;
+    std::error_code ignored;
+    facts.isMissing = !fs::exists(path, ignored);
+    facts.problem = fileProblem(path);
+    if (!facts.problem.empty())
+        return facts;
+    st_image *image = loadImage(path);
+    if (image == nullptr) {
+        facts.problem = "no Targa file, or cut short";
+        return facts;
+    }
+    facts.type = image->type;
+    facts.depth = image->depth;
+    facts.orientation = image->orientation;
+    facts.width = image->width;
+    facts.height = image->height;
+    facts.isTrueColor = image_is_true_color(image) != 0;
+    std::free(image->pixels);
+    std::free(image->id);
+    std::free(image);
+    return facts;
+}
+
+static std::string lowerCase(std::string text) {
+    for (char &c : text)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
+
+static std::map<std::string, std::string> filesIn(const std::string &directory) {
+    std::map<std::string, std::string> files;
+    std::error_code failed;
+    fs::directory_iterator entry(directory, failed);
+    for (; !failed && entry != fs::directory_iterator(); entry.increment(failed)) {
+        const std::string name = entry->path().filename().string();
+        files[lowerCase(name)] = name;
+    }
+    return files;
+}
+
+st_modelImages loadImages(const st_lwObject &object, const std::string &directory) {
+    st_modelImages images;
+    // Clips of the older layout are never counted, and so never loaded.
+    if (object.clipCount > 0)
+        forEach(object.clips,
+                [&](const st_lwClip &clip) { images.clips[clip.index].push_back(&clip); });
+    std::map<std::string, st_imageFacts> seen;
+    bool isComplete = true;
+    for (const auto &[index, clips] : images.clips)
+        for (const st_lwClip *clip : clips) {
+            const std::string path = texturePath(clip, directory.c_str());
+            if (!path.empty() && seen.count(path) == 0)
+                seen[path] = lookAt(path);
+            images.ofClips[clip] = seen[path];
+            isComplete = isComplete && !seen[path].isMissing;
+        }
+    if (!isComplete)
+        images.files = filesIn(directory);
+    return images;
+}
+
+const st_lwClip *clipOf(const st_modelImages &images, int index) {
+    const auto found = images.clips.find(index);
+    return found == images.clips.end() ? nullptr : found->second.back();
+}
+
+std::string baseName(const std::string &path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+std::string otherSpelling(const st_modelImages &images, const std::string &path) {
+    const auto found = images.files.find(lowerCase(baseName(path)));
+    return found == images.files.end() ? "" : found->second;
+}

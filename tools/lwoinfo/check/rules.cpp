@@ -1,0 +1,25 @@
+// Applies the tables of rules.
+#include "tools/lwoinfo/check/rules.h"
+
+void report(st_ruleReport *to, const std::string &what, const std::string &consequence,
+            const std::string &remedy) {
+    to->findings->push_back({to->rule->name, to->rule->isNote, what, consequence, remedy});
+}
+
+static void apply(const st_rule &rule, const st_checkedModel &model,
+                  std::vector<st_finding> *findings) {
+    st_ruleReport to = {&rule, findings};
+    if (rule.onModel != nullptr)
+        rule.onModel(model, &to);
+    if (rule.onSurface != nullptr)
+        for (const st_surfaceUse &use : model.uses.surfaces)
+            rule.onSurface(model, use, &to);
+}
+
+std::vector<st_finding> applyRules(const st_checkedModel &model) {
+    std::vector<st_finding> findings;
+    for (const std::vector<st_rule> *rules : {&GEOMETRY_RULES, &TEXTURE_RULES})
+        for (const st_rule &rule : *rules)
+            apply(rule, model, &findings);
+    return findings;
+}

@@ -1,0 +1,45 @@
+// What the rules look at, and how they report.
+//
+//   std::vector<st_finding> findings = applyRules(model);
+#pragma once
+
+#include "tools/lwoinfo/check/finding.h"
+#include "tools/lwoinfo/check/images.h"
+#include "tools/lwoinfo/check/surfaceUse.h"
+
+#include <string>
+#include <vector>
+
+struct st_checkedModel {
+    const st_lwObject *object;
+    std::string format;    // "LWO2" or "LWOB"
+    std::string directory; // where its file is
+    st_surfaceUses uses;
+    st_modelImages images;
+};
+
+struct st_rule;
+
+// Where a rule puts what it finds.
+struct st_ruleReport {
+    const st_rule *rule;
+    std::vector<st_finding> *findings;
+};
+
+// A rule looks at the model as a whole or, once for each, at its surfaces.
+struct st_rule {
+    const char *name;
+    bool isNote;
+    void (*onModel)(const st_checkedModel &, st_ruleReport *);
+    void (*onSurface)(const st_checkedModel &, const st_surfaceUse &, st_ruleReport *);
+};
+
+void report(st_ruleReport *to, const std::string &what, const std::string &consequence,
+            const std::string &remedy);
+
+// Tables of rules.
+extern const std::vector<st_rule> GEOMETRY_RULES;
+extern const std::vector<st_rule> TEXTURE_RULES;
+
+// What all rules find, in their order.
+std::vector<st_finding> applyRules(const st_checkedModel &model);
