@@ -11,30 +11,36 @@ struct st_size {
     int height;
 };
 
-static st_size screen = {800, 600};
-static st_size window = {300, 300}; // GLUT's default
-static bool (*frameHook)(int) = nullptr;
-static int swaps = 0;
-static bool running = true;
+// GLUT's calls name no window and carry no state of ours: there is one window, and this is it.
+struct st_offscreenGlut {
+    st_size screen = {800, 600};
+    st_size window = {300, 300}; // GLUT's default
+    offscreenFrameHook frameHook = nullptr;
+    void *hookContext = nullptr;
+    int swaps = 0;
+    bool running = true;
+    void (*display)() = nullptr;
+    void (*idle)() = nullptr;
+    void (*reshape)(int, int) = nullptr;
+};
 
-static void (*displayCallback)() = nullptr;
-static void (*idleCallback)() = nullptr;
-static void (*reshapeCallback)(int, int) = nullptr;
+static st_offscreenGlut glut;
 
 void offscreenScreen(int width, int height) {
-    screen = {width, height};
+    glut.screen = {width, height};
 }
 
-void offscreenOnFrame(bool (*hook)(int)) {
-    frameHook = hook;
+void offscreenOnFrame(offscreenFrameHook hook, void *context) {
+    glut.frameHook = hook;
+    glut.hookContext = context;
 }
 
 std::vector<unsigned char> offscreenPicture() {
-    return readPicture(window.width, window.height);
+    return readPicture(glut.window.width, glut.window.height);
 }
 
 void offscreenRows(std::vector<unsigned char> *rgba) {
-    readRows(window.width, window.height, rgba);
+    readRows(glut.window.width, glut.window.height, rgba);
 }
 
 // ----------------------------------------------------------------------------- GLUT
@@ -46,24 +52,24 @@ void glutInitDisplayMode(unsigned int /*mode*/) {}
 void glutInitWindowPosition(int /*x*/, int /*y*/) {}
 
 void glutInitWindowSize(int width, int height) {
-    window = {width, height};
+    glut.window = {width, height};
 }
 
 int glutCreateWindow(const char * /*title*/) {
-    makeOffscreenContext(screen.width, screen.height);
+    makeOffscreenContext(glut.screen.width, glut.screen.height);
     return 1;
 }
 
 void glutDisplayFunc(void (*callback)()) {
-    displayCallback = callback;
+    glut.display = callback;
 }
 
 void glutIdleFunc(void (*callback)()) {
-    idleCallback = callback;
+    glut.idle = callback;
 }
 
 void glutReshapeFunc(void (*callback)(int, int)) {
-    reshapeCallback = callback;
+    glut.reshape = callback;
 }
 
 // Nobody presses a key or holds a button here.
@@ -75,19 +81,19 @@ void glutMotionFunc(void (* /*callback*/)(int, int)) {}
 void glutPostRedisplay() {}
 
 void glutFullScreen() {
-    window = screen;
+    glut.window = glut.screen;
 }
 
 void glutSwapBuffers() {
-    if (frameHook != nullptr)
-        running = frameHook(swaps);
-    swaps++;
+    if (glut.frameHook != nullptr)
+        glut.running = glut.frameHook(glut.swaps, glut.hookContext);
+    glut.swaps++;
 }
 
 void glutMainLoop() {
-    if (reshapeCallback != nullptr)
-        reshapeCallback(window.width, window.height);
-    void (*draw)() = idleCallback != nullptr ? idleCallback : displayCallback;
-    while (running && draw != nullptr)
+    if (glut.reshape != nullptr)
+        glut.reshape(glut.window.width, glut.window.height);
+    void (*draw)() = glut.idle != nullptr ? glut.idle : glut.display;
+    while (glut.running && draw != nullptr)
         draw();
 }

@@ -3,8 +3,8 @@
 //
 // Set the screen's size and the hook before glutCreateWindow:
 //   offscreenScreen(800, 600);
-//   offscreenOnFrame(frameDone);
-//   runShow(argc, argv); // returns once frameDone has returned false
+//   offscreenOnFrame(frameDone, &work);
+//   runShow(argc, argv); // returns once frameDone(frame, &work) has returned false
 //
 // One window. When the window cannot be made, one line on standard error says why and the
 // process ends with status 1.
@@ -15,9 +15,12 @@
 // The size of the screen, which a window gets with glutFullScreen; 800 x 600 unless set.
 void offscreenScreen(int width, int height);
 
-// Calls hook at each glutSwapBuffers, with the finished picture still in the back buffer and
-// the number of swaps before this one. When it returns false the main loop ends.
-void offscreenOnFrame(bool (*hook)(int frame));
+// Called with a finished frame's number, from 0 on, and what offscreenOnFrame was given.
+using offscreenFrameHook = bool (*)(int frame, void *context);
+
+// Calls hook at each glutSwapBuffers, with the finished picture still in the back buffer. When it
+// returns false the main loop ends. Context may be null.
+void offscreenOnFrame(offscreenFrameHook hook, void *context);
 
 // The finished picture: width * height * 3 bytes RGB, top row first.
 std::vector<unsigned char> offscreenPicture();

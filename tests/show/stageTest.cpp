@@ -85,7 +85,7 @@ static Mask coveredPixels() {
     return mask;
 }
 
-static bool frameDone(int frame) {
+static bool frameDone(int frame, void * /*context*/) {
     if (wordOf(frame) != nullptr)
         lettered[frame] = coveredPixels();
     else if (frame % STEP == 0) {
@@ -103,7 +103,7 @@ static void runOnce() {
         return;
     std::filesystem::current_path(SHOW_DIR);
     offscreenScreen(WIDTH, HEIGHT);
-    offscreenOnFrame(frameDone);
+    offscreenOnFrame(frameDone, nullptr);
     std::string name = "stageTests";
     char *arguments[] = {name.data(), nullptr};
     runShow(1, arguments);

@@ -1,0 +1,107 @@
+// The show as a film with its sound.
+#include "tools/recordShow/recording.h"
+
+#include "driver/testRender.h"
+#include "hosts/drawGate.h"
+#include "hosts/offscreen/glutCalls.h"
+#include "tools/recordShow/film.h"
+#include "tools/recordShow/progress.h"
+#include "tools/recordShow/soundtrack.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+struct st_filmRecording {
+    const st_recordJob &job;
+    st_film film = {};
+    st_progress progress = {};
+    std::vector<unsigned char> picture = {}; // kept from frame to frame for their memory
+    std::vector<std::int16_t> sound = {};
+};
+
+// Signals and the end of the process hand nothing over, so what they need is known to the file.
+static volatile std::sig_atomic_t stopSignal = 0; // 0: go on
+static st_film *filmToAbandon = nullptr;          // null: none is half done
+
+static void stop(int number) {
+    stopSignal = number;
+}
+
+// A signal that the caller had set aside, as nohup does, stays so.
+static void stopOn(int number) {
+    if (std::signal(number, stop) == SIG_IGN)
+        std::signal(number, SIG_IGN);
+}
+
+// The driver ends the process when a model is missing.
+static void abandonHalfFilm() {
+    if (filmToAbandon != nullptr)
+        abandonFilm(filmToAbandon);
+}
+
+static void start(st_filmRecording *recording) {
+    const st_recordJob &job = recording->job;
+    if (!hasMusic())
+        std::fprintf(stderr,
+                     "recordShow: no music could be read from msx/: the film has no sound\n");
+    if (!openFilm(&recording->film, {job.film, job.size.width, job.size.height, job.fps,
+                                     hasMusic() ? soundtrackRate() : 0}))
+        failRecording(recording->film.error);
+    recording->progress = startProgress(job.to - job.from + 1);
+}
+
+static void add(st_filmRecording *recording, int frame) {
+    offscreenRows(&recording->picture);
+    recording->sound.clear();
+    appendFrameSound(frame, recording->job.fps, &recording->sound);
+    if (!addFrame(&recording->film, recording->picture.data(), recording->sound)) {
+        endProgress(&recording->progress);
+        failRecording(recording->film.error);
+    }
+    showProgress(&recording->progress, recording->film.frames);
+}
+
+static bool frameDone(int frame, void *context) {
+    auto *recording = static_cast<st_filmRecording *>(context);
+    const st_recordJob &job = recording->job;
+    if (frame == 0)
+        start(recording);
+    if (frame >= job.from)
+        add(recording, frame);
+    openDrawGate(frame + 1 >= job.from);
+    return frame < job.to && stopSignal == 0;
+}
+
+static void finish(st_filmRecording *recording) {
+    const st_recordJob &job = recording->job;
+    st_film &film = recording->film;
+    endProgress(&recording->progress);
+    if (film.frames == 0)
+        failRecording("stopped before the first frame of the film; there is no " + job.film);
+    if (!finishFilm(&film))
+        failRecording(film.error);
+    if (stopSignal != 0)
+        std::fprintf(stderr, "recordShow: stopped; the film ends after %d of %d frames\n",
+                     film.frames, recording->progress.total);
+    std::printf("%s: frames %d to %d, %.1f seconds long, drawn at %.1f frames a second\n",
+                job.film.c_str(), job.from, job.from + film.frames - 1, 1.0 * film.frames / job.fps,
+                progressRate(recording->progress));
+}
+
+int recordFilm(const st_recordJob &job, int argc, char **argv) {
+    st_filmRecording recording = {job};
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        stopOn(number);
+    filmToAbandon = &recording.film;
+    std::atexit(abandonHalfFilm);
+    wantSoundtrack();
+    offscreenOnFrame(frameDone, &recording);
+    openDrawGate(job.from == 0);
+    runShow(argc, argv);
+    finish(&recording);
+    filmToAbandon = nullptr;
+    return stopSignal == 0 ? 0 : 128 + stopSignal;
+}
