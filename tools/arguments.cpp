@@ -1,6 +1,38 @@
 #include "tools/arguments.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
+
+st_commandLine readCommandLine(int argc, char **argv, const std::vector<st_option> &known) {
+    st_commandLine line;
+    bool onlyWords = false;
+    for (int k = 1; k < argc && line.problem.empty(); k++) {
+        const std::string word = argv[k];
+        const auto option = std::find_if(
+            known.begin(), known.end(), [&](const st_option &other) { return word == other.name; });
+        if (onlyWords || word.rfind('-', 0) != 0)
+            line.words.push_back(word);
+        else if (word == "--")
+            onlyWords = true;
+        else if (word == "--help" || word == "-h")
+            line.help = true;
+        else if (option == known.end())
+            line.problem = "unknown option " + word;
+        else if (!option->takesValue)
+            line.options.push_back({word, ""});
+        else if (k + 1 == argc)
+            line.problem = word + " takes a value";
+        else
+            line.options.push_back({word, argv[++k]});
+    }
+    return line;
+}
+
+int refuseCommandLine(const char *tool, const std::string &problem) {
+    std::fprintf(stderr, "%s: %s; %s --help says how\n", tool, problem.c_str(), tool);
+    return STATUS_REFUSED;
+}
 
 int readNumber(const char **text, int limit) {
     if (**text < '0' || **text > '9')

@@ -94,7 +94,7 @@ TEST_F(Lwoview, describesTheSelection) {
 
 TEST_F(Lwoview, saysWhatIsWrong) {
     EXPECT_EQ(runChild({LWOVIEW}, directory, {}, output()), 2);
-    EXPECT_EQ(readText(output()).rfind("usage: lwoview", 0), 0U);
+    EXPECT_EQ(readText(output()).rfind("lwoview: names no model; ", 0), 0U);
     EXPECT_EQ(runChild({LWOVIEW, "none.lwo", "--still", "x.png"}, directory, {}, output()), 1);
     EXPECT_NE(readText(output()).find("lwoRenderer> Couldn't load none.lwo.\n"), std::string::npos);
     EXPECT_EQ(runChild({LWOVIEW, "hat.lwo", "--still", "no/x.png"}, directory, {}, output()), 1);

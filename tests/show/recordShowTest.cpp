@@ -76,8 +76,10 @@ TEST(RecordShow, saysInOneLineWhatIsWrong) {
         int status;
         std::string message;
     } cases[] = {
-        {{}, 2, "usage: recordShow"},
-        {{"--stills", "1"}, 2, "usage: recordShow"},
+        {{}, 2, "recordShow: names no film, stills or sheet; "},
+        {{"--stills", "1"}, 2, "recordShow: --stills names no folder"},
+        {{"a.mp4", "--sise", "1"}, 2, "recordShow: unknown option --sise; "},
+        {{"a.mp4", "--size"}, 2, "recordShow: --size takes a value; "},
         {{"--stills", "1,,2", directory}, 1, "recordShow: frames are whole numbers"},
         {{"--stills", "18751", directory}, 1, "recordShow: frames are whole numbers"},
         {{"--stills", "-1", directory}, 1, "recordShow: frames are whole numbers"},

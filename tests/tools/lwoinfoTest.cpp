@@ -123,8 +123,8 @@ TEST(Lwoinfo, endsWithTheWorstThatItMet) {
         {{"none.lwo"}, 2, "none.lwo: No such file or directory\n"},
         {{"/dev/zero"}, 2, "/dev/zero: not a file\n"},
         {{"--help"}, 0, "usage: lwoinfo"},
-        {{"--chek", "plank.lwo"}, 2, "usage: lwoinfo"},
-        {{}, 2, "usage: lwoinfo"},
+        {{"--chek", "plank.lwo"}, 2, "lwoinfo: unknown option --chek; "},
+        {{}, 2, "lwoinfo: names no file or folder; "},
     };
     for (const auto &c : cases) {
         const Outcome seen = run(c.arguments);

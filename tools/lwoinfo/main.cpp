@@ -3,6 +3,7 @@
 //   lwoinfo FILE-OR-FOLDER...            layers, polygons, surfaces, textures, ... of each model
 //   lwoinfo --check FILE-OR-FOLDER...    only what is wrong with them
 //   lwoinfo --json [--check] ...         either as one JSON document
+#include "tools/arguments.h"
 #include "tools/lwoinfo/check/modelCheck.h"
 #include "tools/lwoinfo/json.h"
 #include "tools/lwoinfo/modelFile.h"
@@ -39,7 +40,6 @@ static const char *const HELP =
 struct st_options {
     bool check = false;
     bool json = false;
-    bool help = false;
     std::vector<std::string> paths;
 };
 
@@ -137,23 +137,12 @@ static void lookAtFolder(const std::string &folder, const st_options &options, s
 
 // ------------------------------------------------------------------------------- main
 
-static bool readArguments(int argc, char **argv, st_options *options) {
-    bool isOption = true;
-    for (const std::string &argument : std::vector<std::string>(argv + 1, argv + argc)) {
-        if (!isOption || argument.rfind('-', 0) != 0)
-            options->paths.push_back(argument);
-        else if (argument == "--")
-            isOption = false;
-        else if (argument == "--check")
-            options->check = true;
-        else if (argument == "--json")
-            options->json = true;
-        else if (argument == "--help")
-            options->help = true;
-        else
-            return false;
-    }
-    return options->help || !options->paths.empty();
+static st_options readArguments(const st_commandLine &line) {
+    st_options options;
+    options.paths = line.words;
+    for (const st_givenOption &given : line.options)
+        (given.name == "--check" ? options.check : options.json) = true;
+    return options;
 }
 
 static void printSummary(const st_result &result) {
@@ -194,16 +183,17 @@ static int lookAtAll(const st_options &options) {
 }
 
 int main(int argc, char **argv) try {
-    st_options options;
-    if (!readArguments(argc, argv, &options)) {
-        std::fputs(USAGE, stderr);
-        return STATUS_UNREADABLE;
-    }
-    if (options.help) {
+    const st_commandLine line =
+        readCommandLine(argc, argv, {{"--check", false}, {"--json", false}});
+    if (line.help) {
         std::printf("%s\n%s", USAGE, HELP);
         return STATUS_CLEAN;
     }
-    return lookAtAll(options);
+    if (!line.problem.empty())
+        return refuseCommandLine("lwoinfo", line.problem);
+    if (line.words.empty())
+        return refuseCommandLine("lwoinfo", "names no file or folder");
+    return lookAtAll(readArguments(line));
 } catch (const std::exception &failure) { // no memory
     std::fprintf(stderr, "lwoinfo: %s\n", failure.what());
     return STATUS_UNREADABLE;

@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -41,49 +40,54 @@ struct st_options {
     st_pictureSize size = {0, 0}; // as readArguments leaves it, the default of what is wanted
 };
 
-static st_viewer viewer;
-static st_pictureSize window = PICTURE_SIZE;
-static int heldButton = -1;
-static int lastX = 0;
-static int lastY = 0;
+// GLUT's callbacks are handed nothing of ours: what they share is here, and nowhere else.
+struct st_window {
+    st_viewer viewer = {};
+    st_pictureSize size = PICTURE_SIZE;
+    int heldButton = -1; // -1: none
+    int lastX = 0;       // of the mouse
+    int lastY = 0;
+};
+
+static st_window window;
 
 // ---------------------------------------------------------------------------- window
 
 static void draw() {
-    drawViewer(&viewer, window.width, window.height);
+    drawViewer(&window.viewer, window.size.width, window.size.height);
     glutSwapBuffers();
-    glutSetWindowTitle(viewerTitle(&viewer).c_str());
+    glutSetWindowTitle(viewerTitle(&window.viewer).c_str());
 }
 
 static void reshapeWindow(int width, int height) {
-    window = {width, height};
+    window.size = {width, height};
 }
 
 static void pressKey(unsigned char key, int /*x*/, int /*y*/) {
     if (key == KEY_ESCAPE || key == 'q' || key == KEY_CTRL_C)
         std::exit(0);
-    viewerKey(&viewer, key);
+    viewerKey(&window.viewer, key);
     glutPostRedisplay();
 }
 
 static void pressButton(int button, int state, int x, int y) {
-    heldButton = state == GLUT_DOWN ? button : -1;
-    lastX = x;
-    lastY = y;
+    window.heldButton = state == GLUT_DOWN ? button : -1;
+    window.lastX = x;
+    window.lastY = y;
     if (state == GLUT_DOWN && (button == WHEEL_UP || button == WHEEL_DOWN))
         pressKey(button == WHEEL_UP ? '+' : '-', x, y);
 }
 
 static void drag(int x, int y) {
-    if (heldButton == BUTTON_LEFT) {
-        viewer.yaw += static_cast<float>(x - lastX) * DEGREES_PER_PIXEL;
-        viewer.pitch += static_cast<float>(y - lastY) * DEGREES_PER_PIXEL;
-        viewer.pitch = std::clamp(viewer.pitch, -STEEPEST, STEEPEST);
-    } else if (heldButton == BUTTON_RIGHT && y != lastY) {
-        viewerKey(&viewer, y < lastY ? '+' : '-');
+    if (window.heldButton == BUTTON_LEFT) {
+        window.viewer.yaw += static_cast<float>(x - window.lastX) * DEGREES_PER_PIXEL;
+        window.viewer.pitch += static_cast<float>(y - window.lastY) * DEGREES_PER_PIXEL;
+        window.viewer.pitch = std::clamp(window.viewer.pitch, -STEEPEST, STEEPEST);
+    } else if (window.heldButton == BUTTON_RIGHT && y != window.lastY) {
+        viewerKey(&window.viewer, y < window.lastY ? '+' : '-');
     }
-    lastX = x;
-    lastY = y;
+    window.lastX = x;
+    window.lastY = y;
     glutPostRedisplay();
 }
 
@@ -106,7 +110,7 @@ static int runWindow(const st_options &options, int argc, char **argv) {
 
 static bool drawStill(const char *path, st_pictureSize size) {
     makeOffscreenContext(size.width, size.height);
-    drawViewer(&viewer, size.width, size.height);
+    drawViewer(&window.viewer, size.width, size.height);
     const std::vector<unsigned char> rgb = readPicture(size.width, size.height);
     return writePng(path, size.width, size.height, rgb.data());
 }
@@ -115,7 +119,7 @@ static bool drawIcon(const char *path, st_pictureSize size) {
     const int width = size.width * ICON_OVERSAMPLING;
     const int height = size.height * ICON_OVERSAMPLING;
     makeOffscreenContext(width, height);
-    drawViewer(&viewer, width, height);
+    drawViewer(&window.viewer, width, height);
     const std::vector<unsigned char> rgba = readIcon(size.width, size.height);
     return writePngWithAlpha(path, size.width, size.height, rgba.data());
 }
@@ -130,28 +134,39 @@ static int writePicture(const st_options &options) {
 
 // ------------------------------------------------------------------------- arguments
 
-static bool readArguments(int argc, char **argv, st_options *options) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    for (std::size_t k = 0; k < arguments.size(); k++) {
-        const bool hasValue = k + 1 < arguments.size();
-        if ((arguments[k] == "--still" || arguments[k] == "--icon") && hasValue) {
-            options->icon = arguments[k] == "--icon";
-            options->picture = arguments[++k];
-        } else if (arguments[k] == "--keys" && hasValue) {
-            options->keys = arguments[++k];
-        } else if (arguments[k] == "--size" && hasValue) {
-            if (!readPictureSize(arguments[++k].c_str(), &options->size))
-                return false;
-        } else if (options->model.empty() && arguments[k].rfind("--", 0) != 0) {
-            options->model = arguments[k];
-        } else {
-            return false;
-        }
+static const char usageText[] =
+    "usage: lwoview MODEL [--still FILE.png | --icon FILE.png] [--size WxH] [--keys KEYS]\n";
+
+// "" or why not.
+static std::string readOption(const st_givenOption &given, st_options *options) {
+    if (given.name == "--keys") {
+        options->keys = given.value;
+    } else if (given.name == "--size") {
+        if (!readPictureSize(given.value.c_str(), &options->size))
+            return "a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" +
+                   given.value + "\"";
+    } else {
+        options->icon = given.name == "--icon";
+        options->picture = given.value;
     }
+    return "";
+}
+
+// "" or why not.
+static std::string readArguments(const st_commandLine &line, st_options *options) {
+    if (line.words.size() != 1)
+        return line.words.empty() ? "names no model"
+                                  : "one model at a time, not " + line.words[1] + " too";
+    options->model = line.words[0];
+    for (const st_givenOption &given : line.options)
+        if (const std::string problem = readOption(given, options); !problem.empty())
+            return problem;
     if (options->size.width == 0)
         options->size = options->icon ? ICON_SIZE : PICTURE_SIZE;
     const int limit = options->icon ? MAX_SIDE / ICON_OVERSAMPLING : MAX_SIDE;
-    return !options->model.empty() && options->size.width <= limit && options->size.height <= limit;
+    if (options->size.width > limit || options->size.height > limit)
+        return "a side of an icon is at most " + std::to_string(limit);
+    return "";
 }
 
 // From the model's own folder its name is short enough to be that of a set of levels.
@@ -163,28 +178,26 @@ static bool openInItsFolder(const st_options &options) {
     if (!failed && model.has_parent_path())
         fs::current_path(model.parent_path(), failed);
     const bool moved = !failed;
-    const bool opened = openViewer(&viewer, (moved ? model.filename() : model).c_str());
+    const bool opened = openViewer(&window.viewer, (moved ? model.filename() : model).c_str());
     if (moved)
         fs::current_path(started, failed);
     return opened;
 }
 
-static const char usageText[] =
-    "usage: lwoview MODEL [--still FILE.png | --icon FILE.png] [--size WxH] [--keys KEYS]\n";
-
 int main(int argc, char **argv) {
-    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+    const st_commandLine line = readCommandLine(
+        argc, argv, {{"--still", true}, {"--icon", true}, {"--size", true}, {"--keys", true}});
+    if (line.help) {
         std::printf("%s%s", usageText, viewerHelp);
         return 0;
     }
     st_options options;
-    if (!readArguments(argc, argv, &options)) {
-        std::fprintf(stderr, "%s%s", usageText, viewerHelp);
-        return 2;
-    }
+    const std::string problem = line.problem.empty() ? readArguments(line, &options) : line.problem;
+    if (!problem.empty())
+        return refuseCommandLine("lwoview", problem);
     if (!openInItsFolder(options))
         return 1;
     for (const char key : options.keys)
-        viewerKey(&viewer, static_cast<unsigned char>(key));
+        viewerKey(&window.viewer, static_cast<unsigned char>(key));
     return options.picture.empty() ? runWindow(options, 1, argv) : writePicture(options);
 }

@@ -32,9 +32,8 @@ struct st_viewer {
 };
 
 // Loads the model at path (and path1, path2, ... as its coarser levels, if path has at most 30
-// characters) and looks at it from a
-// distance at which it fills the picture. False, after the renderer's message, when it cannot
-// be read.
+// characters) and looks at it from a distance at which it fills the picture. False, after the
+// renderer's message, when it cannot be read.
 bool openViewer(st_viewer *viewer, const char *path);
 
 // Does what a key stands for; see viewerHelp. Unknown keys do nothing.

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <vector>
 
 constexpr st_pictureSize FILM_SIZE = {1280, 720};
 constexpr st_pictureSize STILL_SIZE = {800, 600};
@@ -48,10 +47,8 @@ Pictures
 LIST is frame numbers with commas between them, or the word landmarks.
 )";
 
-[[noreturn]] static void usage() {
-    std::fprintf(stderr, "usage: recordShow FILM | --stills LIST DIR | --sheet SHEET.png "
-                         "[OPTIONS]; more with --help\n");
-    std::exit(2);
+[[noreturn]] static void refuse(const std::string &problem) {
+    std::exit(refuseCommandLine("recordShow", problem));
 }
 
 void failRecording(const std::string &message) {
@@ -114,31 +111,49 @@ static void readOption(st_wish *wish, const std::string &option, const std::stri
         job.size = readSize(value);
     } else if (option == "--fps") {
         job.fps = readBetween(option, value, 1, MAX_FPS);
-    } else if (option == "--from" || option == "--to") {
+    } else {
         (option == "--from" ? job.from : job.to) = readBetween(option, value, 0, LAST_FRAME);
         wish->filmOnly = true;
-    } else {
-        usage();
     }
 }
 
-static st_wish readWords(const std::vector<std::string> &words) {
-    st_wish wish;
-    for (std::size_t k = 0; k < words.size(); k++) {
-        if (words[k] == "--help" || words[k] == "-h") {
-            std::fputs(HELP, stdout);
-            std::exit(0);
-        }
-        if (words[k].rfind('-', 0) == 0 && k + 1 < words.size()) {
-            readOption(&wish, words[k], words[k + 1]);
-            k++;
-        } else if (wish.positional.empty() && words[k].rfind('-', 0) != 0) {
-            wish.positional = words[k];
-        } else {
-            usage();
-        }
+static st_wish readWords(int argc, char **argv) {
+    const st_commandLine line = readCommandLine(argc, argv,
+                                                {{"--stills", true},
+                                                 {"--frames", true},
+                                                 {"--sheet", true},
+                                                 {"--size", true},
+                                                 {"--fps", true},
+                                                 {"--from", true},
+                                                 {"--to", true}});
+    if (line.help) {
+        std::fputs(HELP, stdout);
+        std::exit(0);
     }
+    if (!line.problem.empty())
+        refuse(line.problem);
+    if (line.words.size() > 1)
+        refuse("one film or one folder at a time, not " + line.words[1] + " too");
+    st_wish wish;
+    for (const st_givenOption &given : line.options)
+        readOption(&wish, given.name, given.value);
+    if (!line.words.empty())
+        wish.positional = line.words[0];
     return wish;
+}
+
+// Whether what is asked for goes together.
+static void checkWish(const st_wish &wish, bool pictures) {
+    if (wish.stills && wish.positional.empty())
+        refuse("--stills names no folder to write to");
+    if (pictures && !wish.stills && !wish.positional.empty())
+        refuse("a sheet of pictures has nothing to do with " + wish.positional);
+    if (!pictures && wish.positional.empty())
+        refuse("names no film, stills or sheet");
+    if (wish.frames && (wish.stills || !pictures))
+        refuse("--frames are those of a sheet without stills");
+    if (pictures && wish.filmOnly)
+        refuse("--from and --to are for films");
 }
 
 static void checkFilm(const st_recordJob &job) {
@@ -153,14 +168,10 @@ static void checkFilm(const st_recordJob &job) {
 }
 
 st_recordJob readRecordOptions(int argc, char **argv) {
-    const st_wish wish = readWords(std::vector<std::string>(argv + 1, argv + argc));
+    const st_wish wish = readWords(argc, argv);
     st_recordJob job = wish.job;
     const bool pictures = wish.stills || !job.sheet.empty();
-    if (wish.stills == wish.positional.empty() && pictures)
-        usage(); // stills without a directory, or a sheet with something else
-    if ((!pictures && (wish.positional.empty() || wish.frames)) || (pictures && wish.filmOnly) ||
-        (wish.stills && wish.frames))
-        usage();
+    checkWish(wish, pictures);
     if (job.size.width == 0)
         job.size = pictures ? STILL_SIZE : FILM_SIZE;
     (pictures ? job.directory : job.film) = wish.positional;
