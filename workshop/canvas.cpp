@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
-st_canvas paintCanvas(int width, int height, const std::function<st_vec(float, float)> &paint) {
-    st_canvas canvas = {width, height, {}};
+st_picture paintCanvas(int width, int height, const std::function<st_vec(float, float)> &paint) {
+    st_picture canvas = {width, height, {}};
     canvas.pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
     for (int y = 0; y < height; y++)
         for (int x = 0; x < width; x++)
@@ -17,14 +17,14 @@ st_canvas paintCanvas(int width, int height, const std::function<st_vec(float, f
     return canvas;
 }
 
-static st_vec &pixelAt(st_canvas &canvas, int x, int y) {
+static st_vec &pixelAt(st_picture &canvas, int x, int y) {
     const int column = (x % canvas.width + canvas.width) % canvas.width;
     const int row = (y % canvas.height + canvas.height) % canvas.height;
     return canvas.pixels[static_cast<std::size_t>(row) * static_cast<std::size_t>(canvas.width) +
                          static_cast<std::size_t>(column)];
 }
 
-void addDab(st_canvas &canvas, const st_dab &dab) {
+void addDab(st_picture &canvas, const st_dab &dab) {
     const float width = static_cast<float>(canvas.width);
     const float height = static_cast<float>(canvas.height);
     const float reach = std::max(dab.radius.u, dab.radius.v);

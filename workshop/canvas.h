@@ -1,16 +1,9 @@
 // Pictures in the making: painted by functions and by strokes.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/picture.h"
 
 #include <functional>
-#include <vector>
-
-// Rows from the bottom of the picture up; colours red, green, blue from 0 to 1.
-struct st_canvas {
-    int width, height;
-    std::vector<st_vec> pixels;
-};
 
 struct st_dab {
     st_uv center;
@@ -22,7 +15,7 @@ struct st_dab {
 };
 
 // A picture whose pixel at (u, v), both from 0 to 1, is paint(u, v).
-st_canvas paintCanvas(int width, int height, const std::function<st_vec(float, float)> &paint);
+st_picture paintCanvas(int width, int height, const std::function<st_vec(float, float)> &paint);
 
 // An elliptic touch of the brush; what leaves the picture at one edge enters at the other.
-void addDab(st_canvas &canvas, const st_dab &dab);
+void addDab(st_picture &canvas, const st_dab &dab);

@@ -1,7 +1,7 @@
 // Smooth noise for painting and for dents; the same everywhere, as it is made of integers.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 // From 0 to 1, smooth in space, about one bump per unit.
 float solidNoise(st_vec point, unsigned seed);

@@ -2,7 +2,7 @@
 // the lamps ask.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 constexpr st_vec colorOf(unsigned rgb) {
     return {static_cast<float>(rgb >> 16U & 0xFFU) / 255.0F,

@@ -1,10 +1,11 @@
 // See set.h. The file names are those that the show loads.
 #include "workshop/set.h"
 
+#include "modeling/objectWriter.h"
+#include "modeling/oldObjectWriter.h"
 #include "workshop/fileWriter.h"
 #include "workshop/models/models.h"
-#include "workshop/objectWriter.h"
-#include "workshop/oldObjectWriter.h"
+#include "workshop/stop.h"
 #include "workshop/textures.h"
 
 const std::vector<st_model> &allModels() {
@@ -26,9 +27,17 @@ const std::vector<st_model> &allModels() {
     return models;
 }
 
+static std::string bytesOf(const st_model &model) {
+    std::string problem;
+    std::string bytes = model.bytes(model.make(), &problem);
+    if (bytes.empty())
+        stop(std::string(model.file) + " cannot be written: " + problem);
+    return bytes;
+}
+
 void writeModels(const std::string &directory) {
     for (const st_texture &texture : allTextures())
         writeBytes(directory + "/" + texture.file, targaBytes(texture.paint(), texture.layout));
     for (const st_model &model : allModels())
-        writeBytes(directory + "/" + model.file, model.bytes(model.make()));
+        writeBytes(directory + "/" + model.file, bytesOf(model));
 }

@@ -1,7 +1,7 @@
 // The default set of the show.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 #include <string>
 #include <vector>
@@ -9,7 +9,8 @@
 struct st_model {
     const char *file; // in the directory lwo
     st_mesh (*make)();
-    std::string (*bytes)(const st_mesh &mesh); // of the file, in one layout or the other
+    // Of the file, in one layout or the other.
+    std::string (*bytes)(const st_mesh &mesh, std::string *problem);
 };
 
 const std::vector<st_model> &allModels();

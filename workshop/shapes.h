@@ -2,7 +2,7 @@
 // coordinates; append() puts it in its place.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 #include "workshop/tessellate.h"
 
 #include <functional>

@@ -127,7 +127,7 @@ static st_vec skyColor(st_vec direction) {
     return color;
 }
 
-st_canvas paintSky(int side, int size) {
+st_picture paintSky(int side, int size) {
     return paintCanvas(size, size, [side](float u, float v) {
         return skyColor(skyDirection(side, 2 * u - 1, 2 * v - 1));
     });

@@ -10,4 +10,4 @@ enum skySide { SKY_FRONT, SKY_BACK, SKY_LEFT, SKY_RIGHT, SKY_TOP, SKY_BOTTOM, SK
 // right and t up for a viewer inside. Not of unit length: the largest component is 1.
 st_vec skyDirection(int side, float s, float t);
 
-st_canvas paintSky(int side, int size);
+st_picture paintSky(int side, int size);

@@ -1,7 +1,7 @@
 // Fills flat outlines with triangles and quads.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 using st_outline = std::vector<st_vec>; // a closed line; z is ignored
 

@@ -1,7 +1,7 @@
 // Letters in depth, cut out of a font's outlines.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 #include <string>
 

@@ -11,28 +11,28 @@
 
 constexpr int SKY_SIZE = 512;
 
-static st_canvas skyFront() {
+static st_picture skyFront() {
     return paintSky(SKY_FRONT, SKY_SIZE);
 }
-static st_canvas skyBack() {
+static st_picture skyBack() {
     return paintSky(SKY_BACK, SKY_SIZE);
 }
-static st_canvas skyLeft() {
+static st_picture skyLeft() {
     return paintSky(SKY_LEFT, SKY_SIZE);
 }
-static st_canvas skyRight() {
+static st_picture skyRight() {
     return paintSky(SKY_RIGHT, SKY_SIZE);
 }
-static st_canvas skyTop() {
+static st_picture skyTop() {
     return paintSky(SKY_TOP, 128);
 }
-static st_canvas skyBottom() {
+static st_picture skyBottom() {
     return paintSky(SKY_BOTTOM, SKY_SIZE);
 }
 
 // Furrows that run along the stem, a knot here and there.
-static st_canvas paintBark() {
-    st_canvas canvas = paintCanvas(128, 256, [](float u, float v) {
+static st_picture paintBark() {
+    st_picture canvas = paintCanvas(128, 256, [](float u, float v) {
         const float bend = 0.10F * tiledNoise(u, v, 3, 4, 5);
         const float furrow = tiledNoise(u + bend, v, 12, 3, 6);
         const float fine = tiledNoise(u, v, 32, 24, 7);
@@ -49,8 +49,8 @@ static st_canvas paintBark() {
 }
 
 // Boards, four to the picture, with grain and nails.
-static st_canvas paintBoards(st_vec body, st_vec light, st_vec dark) {
-    st_canvas canvas = paintCanvas(256, 256, [&](float u, float v) {
+static st_picture paintBoards(st_vec body, st_vec light, st_vec dark) {
+    st_picture canvas = paintCanvas(256, 256, [&](float u, float v) {
         const float board = std::floor(v * 4);
         const float within = v * 4 - board;
         const float wave = tiledNoise(u + board * 0.37F, v, 4, 8, 31) * 1.4F;
@@ -69,17 +69,17 @@ static st_canvas paintBoards(st_vec body, st_vec light, st_vec dark) {
         }
     return canvas;
 }
-static st_canvas paintWood() {
+static st_picture paintWood() {
     return paintBoards(WOOD, mix(WOOD, HAZE, 0.55F), mix(WOOD, BARK, 0.3F));
 }
 // For surfaces that bring their own colour.
-static st_canvas paintPlanks() {
+static st_picture paintPlanks() {
     return paintBoards(mix(MILK, WOOD, 0.22F), MILK, mix(MILK, BARK, 0.3F));
 }
 
 // A crown: dark below, sunlit on top, dabbed all over with leaves.
-static st_canvas paintLeaves() {
-    st_canvas canvas = paintCanvas(256, 256, [](float, float v) {
+static st_picture paintLeaves() {
+    st_picture canvas = paintCanvas(256, 256, [](float, float v) {
         return mix(mix(MOSS, INK, 0.35F), mix(MOSS, LEAF, 0.6F), smoothStep(0.05F, 0.85F, v));
     });
     st_random random = {5};
@@ -101,8 +101,8 @@ static st_canvas paintLeaves() {
 
 // The island's top seen from above, u along -x and v along z: meadow, a trodden path from the
 // front edge past the sign to the tree, shade below the crown.
-static st_canvas paintTurf() {
-    st_canvas canvas = paintCanvas(512, 512, [](float u, float v) {
+static st_picture paintTurf() {
+    st_picture canvas = paintCanvas(512, 512, [](float u, float v) {
         const float blotch = cloudNoise({u * 9, v * 9, 0.5F}, 4, 41);
         const float blades = tiledNoise(u, v, 170, 110, 42);
         st_vec color = mix(mix(MOSS, LEAF, 0.35F), mix(LEAF, SUN, 0.22F),
@@ -130,8 +130,8 @@ static st_canvas paintTurf() {
 }
 
 // The island's flank, v from the tip up to the rim: rock in layers, earth, a fringe of grass.
-static st_canvas paintCliff() {
-    st_canvas canvas = paintCanvas(256, 256, [](float u, float v) {
+static st_picture paintCliff() {
+    st_picture canvas = paintCanvas(256, 256, [](float u, float v) {
         const float warp =
             tiledNoise(u, v, 6, 5, 51) * 0.10F + tiledNoise(u, v, 16, 12, 52) * 0.03F;
         const float layer = tiledNoise(0.5F, v + warp, 1, 16, 53);
@@ -149,7 +149,7 @@ static st_canvas paintCliff() {
 }
 
 // One blade, root at the bottom.
-static st_canvas paintBlade() {
+static st_picture paintBlade() {
     return paintCanvas(16, 64, [](float u, float v) {
         const st_vec color =
             mix(mix(MOSS, INK, 0.15F), mix(LEAF, SUN, 0.30F), smoothStep(0, 0.9F, v));
@@ -158,7 +158,7 @@ static st_canvas paintBlade() {
 }
 
 // A lobe of cloud: milk above, evening blue and rose below.
-static st_canvas paintCloud() {
+static st_picture paintCloud() {
     return paintCanvas(128, 128, [](float u, float v) {
         const float soft =
             (tiledNoise(u, v, 6, 5, 61) * 0.7F + tiledNoise(u, v, 14, 12, 62) * 0.3F - 0.5F) *
@@ -172,7 +172,7 @@ static st_canvas paintCloud() {
 }
 
 // Letter faces: v runs from below the baseline to the top of the em.
-static st_canvas paintLetters() {
+static st_picture paintLetters() {
     return paintCanvas(64, 128, [](float u, float v) {
         const float soft = 0.06F * (tiledNoise(u, v, 4, 8, 71) - 0.5F);
         const st_vec color =
@@ -182,7 +182,7 @@ static st_canvas paintLetters() {
 }
 
 // The logo's faces: a low sun over water, like the sky around.
-static st_canvas paintEnamel() {
+static st_picture paintEnamel() {
     return paintCanvas(256, 256, [](float u, float v) {
         const float ripple =
             0.02F * std::sin(u * 2 * PI * 2) + 0.03F * (tiledNoise(u, v, 3, 6, 81) - 0.5F);
@@ -198,13 +198,13 @@ static st_canvas paintEnamel() {
     });
 }
 
-static void addCheek(st_canvas &canvas, float u, float v, float size) {
+static void addCheek(st_picture &canvas, float u, float v, float size) {
     addDab(canvas, {{u, v}, {size, size * 0.8F}, 0, ROSE, 0.75F, 0.1F});
 }
 
 // The old man's skin, as it wraps his head: the middle of the picture is the face.
-static st_canvas paintSkin() {
-    st_canvas canvas = paintCanvas(256, 256, [](float u, float v) {
+static st_picture paintSkin() {
+    st_picture canvas = paintCanvas(256, 256, [](float u, float v) {
         const float blotch = cloudNoise({u * 6, v * 6, 3}, 3, 91);
         const st_vec skin = mix(HAZE, ROSE, 0.22F + 0.10F * blotch);
         return mix(mix(skin, BARK, 0.25F), skin, smoothStep(0.15F, 0.6F, v));
@@ -216,14 +216,14 @@ static st_canvas paintSkin() {
     return canvas;
 }
 
-static void addEye(st_canvas &canvas, float u, float v, float size) {
+static void addEye(st_picture &canvas, float u, float v, float size) {
     addDab(canvas, {{u, v}, {size, size * 1.35F}, 0, INK, 1, 0.85F});
     addDab(canvas,
            {{u - size * 0.3F, v + size * 0.5F}, {size * 0.4F, size * 0.45F}, 0, MILK, 1, 0.6F});
 }
 
 // A mouth as a row of dabs along an arc; a negative bend droops.
-static void addMouth(st_canvas &canvas, float v, float half, float bend, float thick) {
+static void addMouth(st_picture &canvas, float v, float half, float bend, float thick) {
     for (int i = -24; i <= 24; i++) {
         const float t = static_cast<float>(i) / 24;
         addDab(canvas, {{0.5F + t * half, v + bend * t * t},
@@ -236,8 +236,8 @@ static void addMouth(st_canvas &canvas, float v, float half, float bend, float t
 }
 
 // A disc's front: the face fills the picture.
-static st_canvas paintSunFace() {
-    st_canvas canvas = paintCanvas(256, 256, [](float u, float v) {
+static st_picture paintSunFace() {
+    st_picture canvas = paintCanvas(256, 256, [](float u, float v) {
         const float away = std::sqrt((u - 0.5F) * (u - 0.5F) + (v - 0.5F) * (v - 0.5F));
         const st_vec glow = mix(mix(SUN, MILK, 0.35F), SUN, smoothStep(0, 0.30F, away));
         return mix(glow, AMBER, smoothStep(0.30F, 0.52F, away) * 0.8F);
@@ -251,7 +251,7 @@ static st_canvas paintSunFace() {
 }
 
 // A small picture of a wave and a sun: somebody is still at work on an entry.
-static st_canvas paintScreen() {
+static st_picture paintScreen() {
     return paintCanvas(64, 64, [](float u, float v) {
         const float wave = 0.36F + 0.10F * std::sin(u * 2 * PI * 1.5F);
         const float x = u - 0.66F;
@@ -266,7 +266,7 @@ static st_canvas paintScreen() {
 }
 
 // A petal from the hub at u = 0 to its tip: bright, with veins that run along it.
-static st_canvas paintPetal() {
+static st_picture paintPetal() {
     return paintCanvas(128, 64, [](float u, float v) {
         const float vein = tiledNoise(u, v, 3, 24, 75);
         const float base = mix(0.72F, 1.0F, smoothStep(0.15F, 0.6F, u + 0.15F * vein));
@@ -276,7 +276,7 @@ static st_canvas paintPetal() {
 }
 
 // A record seen from above: grooves around the middle of the picture.
-static st_canvas paintRecord() {
+static st_picture paintRecord() {
     return paintCanvas(256, 256, [](float u, float v) {
         const float x = u - 0.5F;
         const float y = v - 0.5F;

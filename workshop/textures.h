@@ -1,7 +1,7 @@
 // The pictures of the set, painted by code.
 #pragma once
 
-#include "workshop/targaWriter.h"
+#include "modeling/targaWriter.h"
 
 #include <string>
 #include <vector>
@@ -9,7 +9,7 @@
 struct st_texture {
     const char *file; // beside the models
     st_targaLayout layout;
-    st_canvas (*paint)();
+    st_picture (*paint)();
 };
 
 const std::vector<st_texture> &allTextures();

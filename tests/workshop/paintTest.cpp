@@ -96,7 +96,7 @@ TEST(Noise, tilesWithoutASeam) {
 }
 
 TEST(Canvas, dabsEnterAgainAtTheOtherEdge) {
-    st_canvas canvas = paintCanvas(8, 8, [](float, float) { return st_vec{0, 0, 0}; });
+    st_picture canvas = paintCanvas(8, 8, [](float, float) { return st_vec{0, 0, 0}; });
     addDab(canvas, {{0, 0.5F}, {0.25F, 0.25F}, 0, {1, 1, 1}, 1, 0.9F});
     EXPECT_EQ(canvas.pixels[4 * 8 + 0].x, 1);
     EXPECT_EQ(canvas.pixels[4 * 8 + 7].x, 1);
@@ -112,15 +112,15 @@ TEST(Sky, sidesMeetWithoutASeam) {
     constexpr int SIZE = 64;
     const int around[] = {SKY_FRONT, SKY_RIGHT, SKY_BACK, SKY_LEFT};
     for (int i = 0; i < 4; i++) {
-        const st_canvas here = paintSky(around[i], SIZE);
-        const st_canvas next = paintSky(around[(i + 1) % 4], SIZE);
+        const st_picture here = paintSky(around[i], SIZE);
+        const st_picture next = paintSky(around[(i + 1) % 4], SIZE);
         float sum = 0;
         for (std::size_t row = 0; row < SIZE; row++)
             sum += difference(here.pixels[row * SIZE + SIZE - 1], next.pixels[row * SIZE]);
         EXPECT_LT(sum / SIZE, 0.05F) << "right of side " << around[i];
     }
-    const st_canvas front = paintSky(SKY_FRONT, SIZE);
-    const st_canvas bottom = paintSky(SKY_BOTTOM, SIZE);
+    const st_picture front = paintSky(SKY_FRONT, SIZE);
+    const st_picture bottom = paintSky(SKY_BOTTOM, SIZE);
     float sum = 0;
     for (std::size_t x = 0; x < SIZE; x++)
         sum += difference(front.pixels[x], bottom.pixels[(SIZE - 1) * SIZE + x]);

@@ -1,4 +1,5 @@
 // Two clouds of overlapping lobes, and the old man who lives in a third.
+#include "workshop/mainView.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"
 #include "workshop/shapes.h"

@@ -1,6 +1,6 @@
 // The small land around the floating meadow, part of the box.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 void addFarIslands(st_mesh &mesh);

@@ -1,6 +1,7 @@
 // Three wheels of greetings: a cartwheel, a flower and a record. The show puts their hub at
 // the picture's lower left corner, so only names to the upper right of it are ever read: they
 // run outwards, one to a spoke, petal or track, and rise into sight as the wheel turns.
+#include "workshop/mainView.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"
 #include "workshop/shapes.h"

@@ -1,7 +1,7 @@
 // The shape of the floating land, for everything that stands on it.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 // Distance from the middle to the rim in a direction; angle 0 is +x, a quarter turn is +z.
 float islandRim(float angle);

@@ -2,7 +2,7 @@
 // and down by 30 degrees; what is to be read there faces -z, and -x is to its right.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 st_mesh makeTree();
 st_mesh makeCloudOne();

@@ -1,4 +1,5 @@
 // The scroll text: one long line of letters in depth, leaning back to face the viewer.
+#include "workshop/mainView.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"
 #include "workshop/text.h"

@@ -1,4 +1,5 @@
 // The signpost: an arrow of boards with the party's name, and the year on a board below.
+#include "workshop/mainView.h"
 #include "workshop/models/island.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"

@@ -1,5 +1,6 @@
 // A stick that somebody broke off the tree, with a ladybird on its way up: no frame of the show
 // needs it, yet it belongs to the set. Plain colours only, as it is written in the older layout.
+#include "workshop/mainView.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"
 #include "workshop/shapes.h"

@@ -1,4 +1,5 @@
 // The sun that walks in, and its lonely twin who waits for a part in the show.
+#include "workshop/mainView.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"
 #include "workshop/shapes.h"

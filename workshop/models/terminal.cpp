@@ -1,4 +1,5 @@
 // A stump that serves as a desk: screen, keyboard, and a cable to the nearest socket, the tree.
+#include "workshop/mainView.h"
 #include "workshop/models/island.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"

@@ -1,16 +1,13 @@
 // The file writers, read back by the loaders that the show uses.
 #include "image/targa_image.h"
+#include "modeling/objectWriter.h"
+#include "modeling/oldObjectWriter.h"
+#include "modeling/targaWriter.h"
 #include "reader/lwo2.h"
 #include "tests/support/checkObject.h"
-#include "tests/support/childProcess.h"
+#include "tests/support/chunkWriter.h"
 #include "tests/support/keptMemory.h"
 #include "tests/support/testFolder.h"
-#include "workshop/fileWriter.h"
-#include "workshop/objectWriter.h"
-#include "workshop/oldObjectWriter.h"
-#include "workshop/shapes.h"
-#include "workshop/targaWriter.h"
-#include "workshop/tessellate.h"
 
 #include <gtest/gtest.h>
 
@@ -19,14 +16,15 @@
 
 static st_lwObject *readBytes(const std::string &bytes) {
     const std::string path = testPath("mesh.lwo");
-    writeBytes(path, bytes);
+    writeFile(path, bytes);
     st_lwObject *object = lwGetObject(path.c_str(), nullptr, nullptr);
     EXPECT_EQ(object == nullptr ? "" : objectProblem(*object), "");
     return object;
 }
 
 static st_lwObject *readBack(const st_mesh &mesh) {
-    return readBytes(objectBytes(mesh));
+    std::string problem;
+    return readBytes(objectBytes(mesh, &problem));
 }
 
 TEST(ObjectWriter, keepsPointsPolygonsAndSurfaces) {
@@ -112,24 +110,30 @@ TEST(ObjectWriter, namesTheImageOnce) {
 }
 
 TEST(ObjectWriter, takesMorePointsThanShortIndicesReach) {
-    const st_sheet sheet = {300, 230, false, false, false, {1, 1}};
-    const st_mesh mesh = sheetShape(sheet, {"s", {1, 1, 1}, 0, ""}, [](float u, float v) {
-        return st_vec{u, v, 0};
-    });
-    ASSERT_EQ(mesh.points.size(), 69531U);
+    constexpr int POINTS = 69531;
+    st_mesh mesh;
+    const int surface = addSurface(mesh, {"s", {1, 1, 1}, 0, ""});
+    for (int i = 0; i < POINTS; i++)
+        addPoint(mesh, {static_cast<float>(i), static_cast<float>(i % 2), 0});
+    for (int i = 2; i < POINTS; i++)
+        addTriangle(mesh, surface, i - 2, i - 1, i);
     st_lwObject *object = readBack(mesh);
     ASSERT_NE(object, nullptr);
     const st_lwPolygonList &polygons = object->layers->polygonList;
-    EXPECT_EQ(polygons.polygons[polygons.count - 1].vertices[2].index, 69530);
+    EXPECT_EQ(polygons.polygons[polygons.count - 1].vertices[2].index, POINTS - 1);
     freeObjectWhole(object);
 }
 
 TEST(ObjectWriter, refusesNamesThatTheRendererCannotKeep) {
-    // In a process of its own, which does not remove this one's files.
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    st_mesh mesh;
-    addSurface(mesh, {std::string(32, 'n'), {1, 1, 1}, 0, ""});
-    EXPECT_EXIT(objectBytes(mesh), testing::ExitedWithCode(1), "^makeSet: surface name \"n{32}\"");
+    for (const std::string &name : {std::string(32, 'n'), std::string()}) {
+        st_mesh mesh;
+        addSurface(mesh, {name, {1, 1, 1}, 0, ""});
+        std::string problem;
+        EXPECT_EQ(objectBytes(mesh, &problem), "");
+        EXPECT_EQ(problem, name.empty()
+                               ? "a surface has no name"
+                               : "surface name \"" + name + "\" does not fit in 31 characters");
+    }
 }
 
 // A square with a triangle on it, both of the second surface, whose picture moves.
@@ -147,13 +151,18 @@ static st_mesh oldMesh() {
     return mesh;
 }
 
+static std::string oldBytes() {
+    std::string problem;
+    return oldObjectBytes(oldMesh(), &problem);
+}
+
 TEST(OldObjectWriter, writesPolygonsWithTheirDetails) {
     const std::string polygons("POLS\0\0\0\x18"                   // 24 bytes
                                "\0\4\0\0\0\1\0\2\0\3\xFF\xFE\0\1" // surface -2, 1 detail
                                "\0\3\0\0\0\1\0\2\0\2",
                                8 + 14 + 10);
-    EXPECT_NE(oldObjectBytes(oldMesh()).find(polygons), std::string::npos);
-    st_lwObject *object = readBytes(oldObjectBytes(oldMesh()));
+    EXPECT_NE(oldBytes().find(polygons), std::string::npos);
+    st_lwObject *object = readBytes(oldBytes());
     ASSERT_NE(object, nullptr);
     const st_lwPolygonList &list = object->layers->polygonList;
     ASSERT_EQ(list.count, 2);
@@ -163,7 +172,7 @@ TEST(OldObjectWriter, writesPolygonsWithTheirDetails) {
 }
 
 TEST(OldObjectWriter, describesSurfaces) {
-    st_lwObject *object = readBytes(oldObjectBytes(oldMesh()));
+    st_lwObject *object = readBytes(oldBytes());
     ASSERT_NE(object, nullptr);
     ASSERT_EQ(object->surfaceCount, 2);
     EXPECT_EQ(object->surfaces->smoothing, 0);
@@ -177,7 +186,7 @@ TEST(OldObjectWriter, describesSurfaces) {
 }
 
 TEST(OldObjectWriter, letsAPictureMove) {
-    st_lwObject *object = readBytes(oldObjectBytes(oldMesh()));
+    st_lwObject *object = readBytes(oldBytes());
     ASSERT_NE(object, nullptr);
     const st_lwTexture *texture = object->surfaces->next->color.textures;
     ASSERT_NE(texture, nullptr);
@@ -201,10 +210,11 @@ TEST(OldObjectWriter, letsAPictureMove) {
 }
 
 TEST(OldObjectWriter, refusesMorePointsThanItsIndicesReach) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
     st_mesh mesh;
     mesh.points.resize(65537);
-    EXPECT_EXIT(oldObjectBytes(mesh), testing::ExitedWithCode(1), "^makeSet: .* 65536 points");
+    std::string problem;
+    EXPECT_EQ(oldObjectBytes(mesh, &problem), "");
+    EXPECT_EQ(problem, "in the older layout a model has at most 65536 points");
 }
 
 struct LayoutCase {
@@ -214,7 +224,7 @@ struct LayoutCase {
 };
 
 // Bottom row red, red, red, green; top row blue, white, white, white.
-static st_canvas smallPicture() {
+static st_picture smallPicture() {
     const st_vec red = {1, 0, 0};
     const st_vec white = {1, 1, 1};
     return {4, 2, {red, red, red, {0, 1, 0}, {0, 0, 1}, white, white, white}};
@@ -239,7 +249,7 @@ TEST(TargaWriter, isReadBackInEveryLayout) {
     };
     for (const LayoutCase &expected : cases) {
         const std::string path = testPath("small.tga");
-        writeBytes(path, targaBytes(smallPicture(), expected.layout));
+        writeFile(path, targaBytes(smallPicture(), expected.layout));
         st_image *image = targa_image_read(path.c_str());
         ASSERT_NE(image, nullptr);
         EXPECT_EQ(image->type, expected.type);
@@ -258,69 +268,4 @@ TEST(TargaWriter, packsRuns) {
     const std::string packets =
         std::string("\x82\0\0\xFF\0\0\xFF\0", 8) + std::string("\0\xFF\0\0\x82\xFF\xFF\xFF", 8);
     EXPECT_EQ(bytes.substr(18), packets);
-}
-
-static float areaOf(const st_flatMesh &mesh) {
-    float area = 0;
-    for (const st_flatPolygon &polygon : mesh.polygons)
-        for (int i = 0; i < polygon.cornerCount; i++) {
-            const st_vec a = mesh.points[static_cast<std::size_t>(polygon.points[i])];
-            const int next = polygon.points[(i + 1) % polygon.cornerCount];
-            area += crossProduct(a, mesh.points[static_cast<std::size_t>(next)]).z / 2;
-        }
-    return area;
-}
-
-static st_outline square(float low, float high) {
-    return {{low, low, 0}, {high, low, 0}, {high, high, 0}, {low, high, 0}};
-}
-
-TEST(Tessellate, leavesHolesAndPairsTriangles) {
-    st_outline hole = square(1, 2);
-    std::reverse(hole.begin(), hole.end());
-    const st_flatMesh ring = tessellate({square(0, 3), hole});
-    EXPECT_FLOAT_EQ(areaOf(ring), 8);
-    EXPECT_LT(ring.polygons.size(), 8U); // eight triangles before they are paired
-    EXPECT_EQ(tessellate({square(0, 3)}).polygons.size(), 1U);
-}
-
-TEST(Tessellate, unitesOverlappingOutlinesWhicheverWayTheyRun) {
-    st_outline first = square(0, 2);
-    st_outline second = square(1, 3);
-    std::reverse(first.begin(), first.end());
-    std::reverse(second.begin(), second.end());
-    const std::vector<st_outline> united = unitedOutlines({first, second});
-    ASSERT_EQ(united.size(), 1U);
-    EXPECT_EQ(united[0].size(), 8U);
-    EXPECT_FLOAT_EQ(areaOf(tessellate(united)), 7);
-}
-
-static void expectOutward(const st_mesh &mesh) {
-    for (const st_polygon &polygon : mesh.polygons) {
-        const auto corner = [&](int i) {
-            return mesh.points[static_cast<std::size_t>(polygon.points[i])];
-        };
-        const st_vec normal =
-            crossProduct(corner(1) - corner(0), corner(polygon.cornerCount - 1) - corner(0));
-        EXPECT_GT(dotProduct(normal, corner(0) + corner(1) + corner(2)), 0);
-    }
-}
-
-TEST(Shapes, convexOnesFaceOutward) {
-    const st_surface surface = {"s", {1, 1, 1}, 0, ""};
-    expectOutward(boxShape({1, 2, 3}, surface));
-    expectOutward(blobShape({1, 2, 3}, 8, 6, 0, 1, surface));
-    expectOutward(latheShape({{0, -1}, {1, -0.5F}, {1, 0.5F}, {0, 1}}, 8, surface));
-    expectOutward(tubeShape({{{0, -1, 0}, 1}, {{0, 1, 0}, 1}}, 6, {1, 1}, surface));
-    expectOutward(slabShape({square(-1, 1)}, 0.5F, 1, surface));
-}
-
-TEST(MakeSet, saysWhyItCannotWrite) {
-    const std::string output = testPath("out.txt");
-    EXPECT_EQ(runChild({MAKE_SET}, "/", {}, output), 1);
-    EXPECT_EQ(readText(output), "makeSet: usage: makeSet OUTDIR\n");
-    writeBytes(testPath("file"), "");
-    EXPECT_EQ(runChild({MAKE_SET, testPath("file")}, "/", {}, output), 1);
-    EXPECT_EQ(readText(output),
-              "makeSet: cannot make the directory " + testPath("file") + "/lwo: Not a directory\n");
 }

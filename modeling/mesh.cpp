@@ -1,5 +1,5 @@
 // See mesh.h. Placements are affine: three axes and an origin.
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 #include <algorithm>
 #include <cmath>
@@ -45,11 +45,6 @@ st_place operator*(const st_place &outer, const st_place &inner) {
     return {placePoint(outer, inner.origin + inner.x) - origin,
             placePoint(outer, inner.origin + inner.y) - origin,
             placePoint(outer, inner.origin + inner.z) - origin, origin};
-}
-
-st_place facingMainView() {
-    // Exact numbers: a turn by 180 degrees in floats would leave crumbs.
-    return {{-1, 0, 0}, {0, 1, 0}, {0, 0, -1}, {0, 0, 0}};
 }
 
 int addPoint(st_mesh &mesh, st_vec point) {

@@ -5,14 +5,17 @@
 // another model's picture. Then one with a texture but no image and no polygons: drawing it binds
 // texture 0, so that a model with nothing but plain surfaces has nothing to wear either when it is
 // drawn next. Then the plain ones.
-#include "workshop/objectWriter.h"
+#include "modeling/objectWriter.h"
 
-#include "workshop/objectChunks.h"
+#include "modeling/objectChunks.h"
+#include "reader/lwo2.h"
 
 #include <map>
 
-constexpr std::uint32_t LONG_INDEX = 0xFF00; // indices from here on take four bytes
-constexpr unsigned PROJECTION_UV = 5;
+using namespace objectChunks;
+
+constexpr std::uint32_t LONG_INDEX = 0xFF00;   // indices from here on take four bytes
+constexpr std::size_t INDEX_LIMIT = 0x1000000; // of which three hold the index
 
 static std::string index(int value) {
     const auto bits = static_cast<std::uint32_t>(value);
@@ -72,7 +75,7 @@ static std::string imageLayer(const st_surface &surface, int clip) {
     const std::string header = text("\x80") + subChunk("CHAN", "COLR") +
                                subChunk("OPAC", u2(0) + f4(1) + index(0)) + subChunk("ENAB", u2(1));
     return subChunk("BLOK", "IMAP" + u2(static_cast<unsigned>(header.size())) + header +
-                                subChunk("PROJ", u2(PROJECTION_UV)) + subChunk("AXIS", u2(0)) +
+                                subChunk("PROJ", u2(LW_PROJECTION_UV)) + subChunk("AXIS", u2(0)) +
                                 subChunk("IMAG", index(clip)) + subChunk("WRAP", u2(1) + u2(1)) +
                                 subChunk("VMAP", text(surface.name)));
 }
@@ -132,7 +135,12 @@ static st_parts partsOf(const st_mesh &mesh) {
     return parts;
 }
 
-std::string objectBytes(const st_mesh &mesh) {
+std::string objectBytes(const st_mesh &mesh, std::string *problem) {
+    *problem = namesProblem(mesh);
+    if (mesh.points.size() > INDEX_LIMIT || mesh.polygons.size() > INDEX_LIMIT)
+        *problem = "it has more than 16777216 points or polygons";
+    if (!problem->empty())
+        return "";
     const st_parts parts = partsOf(mesh);
     const std::string layer = u2(0) + u2(0) + vector({0, 0, 0}) + text("");
     return form("LWO2", chunk("TAGS", surfaceNames(mesh)) + chunk("LAYR", layer) +

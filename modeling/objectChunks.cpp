@@ -1,11 +1,11 @@
 // See objectChunks.h.
-#include "workshop/objectChunks.h"
-
-#include "workshop/stop.h"
+#include "modeling/objectChunks.h"
 
 #include <cstring>
 
 constexpr std::size_t NAME_LIMIT = 31; // the renderer keeps names in 32 bytes
+
+namespace objectChunks {
 
 std::string u2(unsigned value) {
     return {static_cast<char>(value >> 8U & 0xFFU), static_cast<char>(value & 0xFFU)};
@@ -56,10 +56,19 @@ std::string pointChunk(const st_mesh &mesh) {
 
 std::string surfaceNames(const st_mesh &mesh) {
     std::string names;
-    for (const st_surface &surface : mesh.surfaces) {
-        if (surface.name.empty() || surface.name.size() > NAME_LIMIT)
-            stop("surface name \"" + surface.name + "\" does not fit in 31 characters");
+    for (const st_surface &surface : mesh.surfaces)
         names += text(surface.name);
-    }
     return names;
 }
+
+std::string namesProblem(const st_mesh &mesh) {
+    for (const st_surface &surface : mesh.surfaces) {
+        if (surface.name.empty())
+            return "a surface has no name";
+        if (surface.name.size() > NAME_LIMIT)
+            return "surface name \"" + surface.name + "\" does not fit in 31 characters";
+    }
+    return "";
+}
+
+} // namespace objectChunks

@@ -2,9 +2,13 @@
 // padded to even length, and the chunks that are the same in both.
 #pragma once
 
-#include "workshop/mesh.h"
+#include "modeling/mesh.h"
 
 #include <cstdint>
+#include <string>
+
+// In a namespace, as others have functions of these short names for bytes of their own.
+namespace objectChunks {
 
 std::string u2(unsigned value);
 std::string u4(std::uint32_t value);
@@ -20,6 +24,9 @@ std::string subChunk(const char *id, const std::string &body);
 std::string form(const char *type, const std::string &chunks);
 
 std::string pointChunk(const st_mesh &mesh);
-// Names of all surfaces, in the order of the mesh. Stops the program at a name that the
-// renderer cannot keep.
+// Names of all surfaces, in the order of the mesh.
 std::string surfaceNames(const st_mesh &mesh);
+// Why the names cannot be written, as the renderer could not keep one of them; "" when they can.
+std::string namesProblem(const st_mesh &mesh);
+
+} // namespace objectChunks

@@ -1,11 +1,12 @@
 // LWOB chunks: PNTS, SRFS, POLS, SURF. A polygon names its surface by number, from 1; a
 // surface is a flat row of sub-chunks, where texture parameters follow their texture.
-#include "workshop/oldObjectWriter.h"
+#include "modeling/oldObjectWriter.h"
 
-#include "workshop/objectChunks.h"
-#include "workshop/stop.h"
+#include "modeling/objectChunks.h"
 
 #include <cmath>
+
+using namespace objectChunks;
 
 constexpr std::size_t POINT_LIMIT = 0x10000;
 constexpr unsigned FLAG_SMOOTH = 0x4;
@@ -63,9 +64,12 @@ static std::string surfaceChunk(const st_surface &surface) {
     return chunk("SURF", body);
 }
 
-std::string oldObjectBytes(const st_mesh &mesh) {
+std::string oldObjectBytes(const st_mesh &mesh, std::string *problem) {
+    *problem = namesProblem(mesh);
     if (mesh.points.size() > POINT_LIMIT)
-        stop("a model in the older layout has more than 65536 points");
+        *problem = "in the older layout a model has at most 65536 points";
+    if (!problem->empty())
+        return "";
     std::string chunks = pointChunk(mesh) + chunk("SRFS", surfaceNames(mesh)) + polygonChunk(mesh);
     for (const st_surface &surface : mesh.surfaces)
         chunks += surfaceChunk(surface);

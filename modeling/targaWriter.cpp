@@ -1,5 +1,5 @@
 // True-colour Targa, types 2 and 10. Pixels are blue, green, red and, at 32 bits, alpha.
-#include "workshop/targaWriter.h"
+#include "modeling/targaWriter.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,11 +22,11 @@ static std::string pixelBytes(st_vec color, int depth) {
     return bytes;
 }
 
-static std::vector<std::string> rowPixels(const st_canvas &canvas, int row, int depth) {
+static std::vector<std::string> rowPixels(const st_picture &picture, int row, int depth) {
     std::vector<std::string> pixels;
-    const auto first = static_cast<std::size_t>(row) * static_cast<std::size_t>(canvas.width);
-    for (std::size_t x = 0; x < static_cast<std::size_t>(canvas.width); x++)
-        pixels.push_back(pixelBytes(canvas.pixels[first + x], depth));
+    const auto first = static_cast<std::size_t>(row) * static_cast<std::size_t>(picture.width);
+    for (std::size_t x = 0; x < static_cast<std::size_t>(picture.width); x++)
+        pixels.push_back(pixelBytes(picture.pixels[first + x], depth));
     return pixels;
 }
 
@@ -70,16 +70,16 @@ static std::string littleEndian(int value) {
     return {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8 & 0xFF)};
 }
 
-std::string targaBytes(const st_canvas &canvas, const st_targaLayout &layout) {
+std::string targaBytes(const st_picture &picture, const st_targaLayout &layout) {
     const int descriptor = (layout.topLeft ? TOP_LEFT : 0) | (layout.depth == 32 ? ALPHA_BITS : 0);
     std::string bytes = {0, 0, layout.runLength ? TRUE_COLOR_PACKED : TRUE_COLOR};
     bytes += std::string(9, '\0'); // no colour map, origin (0, 0)
-    bytes += littleEndian(canvas.width) + littleEndian(canvas.height);
+    bytes += littleEndian(picture.width) + littleEndian(picture.height);
     bytes += static_cast<char>(layout.depth);
     bytes += static_cast<char>(descriptor);
-    for (int i = 0; i < canvas.height; i++) {
-        const int row = layout.topLeft ? canvas.height - 1 - i : i;
-        const std::vector<std::string> pixels = rowPixels(canvas, row, layout.depth);
+    for (int i = 0; i < picture.height; i++) {
+        const int row = layout.topLeft ? picture.height - 1 - i : i;
+        const std::vector<std::string> pixels = rowPixels(picture, row, layout.depth);
         bytes += layout.runLength ? packedRow(pixels) : plainRow(pixels);
     }
     return bytes;

@@ -1,4 +1,10 @@
-// Plain meshes: what the shapes make, the models put together and the object writer writes.
+// Meshes: what models are built of, changed in, and what the object writers write.
+//
+//   st_mesh mesh;
+//   const int red = addSurface(mesh, surface);
+//   addQuad(mesh, red, addPoint(mesh, {0, 0, 0}), addPoint(mesh, {1, 0, 0}), ...);
+//
+// A mesh owns all that is in it; indices are the caller's to keep right.
 //
 // Points are shared by polygons; a texture coordinate belongs to a polygon's corner. Polygons
 // run counter-clockwise seen from outside. A square of two surfaces, say, is
@@ -91,8 +97,6 @@ st_place turned(st_vec axis, float degrees);
 // First `inner`, then `outer`.
 st_place operator*(const st_place &outer, const st_place &inner);
 st_vec placePoint(const st_place &place, st_vec point);
-// Half a turn about y: what was made to be looked at from +z then faces the main view at -z.
-st_place facingMainView();
 
 int addPoint(st_mesh &mesh, st_vec point);
 // Adds the surface, or finds the one of that name. Returns its index.
