@@ -36,10 +36,10 @@ struct st_planarMap {
 };
 
 struct st_surface {
-    std::string name;  // at most 31 characters; a textured surface's map has the same name
-    st_vec color;      // red, green, blue, 0 to 1; multiplies the texture
-    float smoothing;   // greatest angle smoothed over in radians, 0 for facets
-    std::string image; // file name of a Targa picture, empty for none
+    std::string name = {};    // at most 31 characters; a textured surface's map has the same name
+    st_vec color = {1, 1, 1}; // red, green, blue, 0 to 1; multiplies the texture
+    float smoothing = 0;      // greatest angle smoothed over in radians, 0 for facets
+    std::string image = {};   // file name of a Targa picture, empty for none
     // Only in the older layout:
     float shine = 0;          // strength of the highlight, 0 to 1
     st_planarMap planar = {}; // of the image

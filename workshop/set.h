@@ -1,19 +1,45 @@
-// The default set of the show.
+// The default set of the show: fifteen models, the pictures that they wear, and the music.
+//
+//   st_setParts parts;
+//   if (addPart(&parts, "tree3d")) writeParts(parts, "build/show");
+//
+// What cannot be made or written stops the program.
 #pragma once
 
 #include "modeling/mesh.h"
+#include "workshop/textures/textures.h"
 
 #include <string>
 #include <vector>
 
 struct st_model {
-    const char *file; // in the directory lwo
+    const char *file;   // in the folder lwo, as the show loads it
+    const char *source; // in workshop/, where it is made
     st_mesh (*make)();
     // Of the file, in one layout or the other.
     std::string (*bytes)(const st_mesh &mesh, std::string *problem);
+    std::vector<const st_texture *> textures; // all that it names, beside it
 };
 
+// In the order in which the show loads them.
 const std::vector<st_model> &allModels();
 
-// Writes the models and their textures into directory. Stops the program on failure.
-void writeModels(const std::string &directory);
+// Each once.
+std::vector<const st_texture *> allTextures();
+
+// What of the set is to be made, each once.
+struct st_setParts {
+    std::vector<const st_model *> models;
+    std::vector<const st_texture *> textures;
+    bool music = false;
+};
+
+st_setParts wholeSet();
+
+// Adds what a name stands for: a model and its pictures ("tree3d" or "tree3d.lwo"), a picture
+// ("bark.tga") or the music ("music"). False, with nothing added, for any other name.
+bool addPart(st_setParts *parts, const std::string &name);
+
+// Writes directory/lwo/... and directory/msx/..., and leaves all else there alone. Returns the
+// paths of the files.
+std::vector<std::string> writeParts(const st_setParts &parts, const std::string &directory);

@@ -81,10 +81,13 @@ st_mesh boxShape(st_vec size, const st_surface &surface) {
     return mesh;
 }
 
+st_mesh ballShape(st_vec radius, int columns, int rows, const st_surface &surface) {
+    return blobShape(radius, columns, rows, 0, 1, surface);
+}
+
 st_mesh blobShape(st_vec radius, int columns, int rows, float lumps, unsigned seed,
                   const st_surface &surface) {
-    const st_sheet sheet = {columns, rows, true, true, true, {1, 1}};
-    return sheetShape(sheet, surface, [&](float u, float v) {
+    return sheetShape(ballSheet(columns, rows), surface, [&](float u, float v) {
         const float around = u * 2 * PI;
         const float up = (v - 0.5F) * PI;
         const st_vec n = {std::cos(around) * std::cos(up), std::sin(up),
@@ -108,7 +111,8 @@ static void ringAxes(const std::vector<st_ring> &rings, std::size_t i, st_vec &s
 st_mesh tubeShape(const std::vector<st_ring> &rings, int columns, st_uv repeat,
                   const st_surface &surface) {
     const int rows = static_cast<int>(rings.size()) - 1;
-    const st_sheet sheet = {columns, rows, true, false, false, repeat};
+    st_sheet sheet = tubeSheet(columns, rows);
+    sheet.repeat = repeat;
     return sheetShape(sheet, surface, [&](float u, float v) {
         const auto i = static_cast<std::size_t>(std::lround(v * static_cast<float>(rows)));
         st_vec side = {};
@@ -122,8 +126,9 @@ st_mesh tubeShape(const std::vector<st_ring> &rings, int columns, st_uv repeat,
 
 st_mesh latheShape(const std::vector<st_uv> &profile, int columns, const st_surface &surface) {
     const int rows = static_cast<int>(profile.size()) - 1;
-    const st_sheet sheet = {columns, rows, true, profile.front().u == 0, profile.back().u == 0,
-                            {1, 1}};
+    st_sheet sheet = tubeSheet(columns, rows);
+    sheet.bottom = profile.front().u == 0;
+    sheet.top = profile.back().u == 0;
     return sheetShape(sheet, surface, [&](float u, float v) {
         const st_uv p =
             profile[static_cast<std::size_t>(std::lround(v * static_cast<float>(rows)))];

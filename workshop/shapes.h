@@ -15,6 +15,27 @@ struct st_sheet {
     st_uv repeat;      // texture coordinates run from 0 to this
 };
 
+// The texture once over the whole sheet. Open at all four edges.
+constexpr st_sheet flatSheet(int columns, int rows) {
+    return {columns, rows, false, false, false, {1, 1}};
+}
+// Closed around, open below and above.
+constexpr st_sheet tubeSheet(int columns, int rows) {
+    return {columns, rows, true, false, false, {1, 1}};
+}
+// Closed around, a single point below.
+constexpr st_sheet bowlSheet(int columns, int rows) {
+    return {columns, rows, true, true, false, {1, 1}};
+}
+// Closed around, a single point above.
+constexpr st_sheet domeSheet(int columns, int rows) {
+    return {columns, rows, true, false, true, {1, 1}};
+}
+// Closed around, single points below and above.
+constexpr st_sheet ballSheet(int columns, int rows) {
+    return {columns, rows, true, true, true, {1, 1}};
+}
+
 // at(u, v) gives the point for u and v from 0 to 1. The side seen is the one from which u runs
 // to the right while v runs up.
 st_mesh sheetShape(const st_sheet &sheet, const st_surface &surface,
@@ -23,7 +44,10 @@ st_mesh sheetShape(const st_sheet &sheet, const st_surface &surface,
 // Around the origin; every face shows the whole texture.
 st_mesh boxShape(st_vec size, const st_surface &surface);
 
-// A ball with half axes `radius`, dented and swollen by up to `lumps` of its size.
+// A ball with half axes `radius`.
+st_mesh ballShape(st_vec radius, int columns, int rows, const st_surface &surface);
+
+// The same, dented and swollen by up to `lumps` of its size, otherwise for each seed.
 st_mesh blobShape(st_vec radius, int columns, int rows, float lumps, unsigned seed,
                   const st_surface &surface);
 

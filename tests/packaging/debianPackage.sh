@@ -51,7 +51,7 @@ windowed testRender >"$scratch/show.txt" 2>&1 || {
 }
 ! grep -i "couldn't" "$scratch/show.txt" || fail "models were not found"
 lwoinfo --check /usr/share/testRender/lwo >/dev/null || fail "lwoinfo has findings"
-[[ $(makeSet 2>&1) == *usage* ]] || fail "makeSet does not start"
+[[ $(makeSet --help) == usage* ]] || fail "makeSet does not start"
 
 echo "removing"
 dpkg-query -L testrender >"$scratch/files.txt"

@@ -28,7 +28,7 @@ mkdir "$scratch/elsewhere"
 [ -s "$scratch/elsewhere/pictures/frame00003.png" ] || fail "no still"
 
 echo "each tool's options are in its manual page, and the pages are well formed"
-for tool in recordShow lwoinfo lwoview; do
+for tool in recordShow lwoinfo lwoview makeSet; do
     options=$("$bin/$tool" --help | grep -oE -- '--[a-z]+' | sort -u)
     [ -n "$options" ] || fail "$tool --help names no options"
     for option in $options; do

@@ -1,8 +1,8 @@
 // Letters, noise, pictures and the sky.
 #include "workshop/canvas.h"
 #include "workshop/noise.h"
-#include "workshop/skyPainter.h"
 #include "workshop/text.h"
+#include "workshop/textures/skyPainter.h"
 
 #include <gtest/gtest.h>
 
@@ -97,7 +97,7 @@ TEST(Noise, tilesWithoutASeam) {
 
 TEST(Canvas, dabsEnterAgainAtTheOtherEdge) {
     st_picture canvas = paintCanvas(8, 8, [](float, float) { return st_vec{0, 0, 0}; });
-    addDab(canvas, {{0, 0.5F}, {0.25F, 0.25F}, 0, {1, 1, 1}, 1, 0.9F});
+    addDab(canvas, {0, 0.5F}, {0.25F, 0.25F}, {1, 1, 1}, st_opacity{1}, st_hardness{0.9F});
     EXPECT_EQ(canvas.pixels[4 * 8 + 0].x, 1);
     EXPECT_EQ(canvas.pixels[4 * 8 + 7].x, 1);
     EXPECT_EQ(canvas.pixels[4 * 8 + 4].x, 0);

@@ -8,13 +8,13 @@
 #include "tests/support/testFolder.h"
 #include "workshop/fileWriter.h"
 #include "workshop/text.h"
-#include "workshop/textures.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <map>
 #include <regex>
 #include <set>
@@ -64,6 +64,20 @@ TEST(Set, hasTheModelsThatTheShowLoads) {
                          "scrollernew.lwo", "solensam.lwo", "pinne.lwo", "k7.lwo", "skylt.lwo"}));
 }
 
+TEST(Set, namesEveryPictureOfEveryModel) {
+    for (const st_model &model : allModels()) {
+        std::set<std::string> named;
+        for (const st_texture *texture : model.textures)
+            named.insert(texture->file);
+        std::set<std::string> worn;
+        for (const st_surface &surface : meshes().at(model.file).surfaces)
+            if (!surface.image.empty())
+                worn.insert(surface.image);
+        EXPECT_EQ(named, worn) << model.file;
+        EXPECT_TRUE(std::ifstream(std::string(WORKSHOP) + "/" + model.source)) << model.source;
+    }
+}
+
 static bool hasMap(const st_lwLayer &layer, const char *name) {
     for (const st_lwVMap *map = layer.vmaps; map != nullptr; map = map->next)
         if (map->perPolygon == 0 && map->dimension == 2 && std::strcmp(map->name, name) == 0)
@@ -86,9 +100,9 @@ static void expectDrawable(const st_lwLayer &layer) {
 static void expectImageOfTheSet(const st_lwObject &object, const st_lwTexture &texture) {
     const st_lwClip *clip = lwFindClip(object.clips, texture.param.imageMap.clipIndex);
     ASSERT_NE(clip, nullptr);
-    const std::vector<st_texture> &textures = allTextures();
-    EXPECT_TRUE(std::any_of(textures.begin(), textures.end(), [&](const st_texture &other) {
-        return std::strcmp(other.file, clip->source.still.name) == 0;
+    const std::vector<const st_texture *> textures = allTextures();
+    EXPECT_TRUE(std::any_of(textures.begin(), textures.end(), [&](const st_texture *other) {
+        return std::strcmp(other->file, clip->source.still.name) == 0;
     })) << clip->source.still.name;
 }
 
@@ -249,16 +263,16 @@ TEST(Set, theBoxIsClosedAroundTheEye) {
 TEST(Set, texturesLoadInSeveralLayouts) {
     std::set<std::pair<int, int>> kinds; // depth and orientation
     bool packed = false;
-    for (const st_texture &texture : allTextures()) {
-        SCOPED_TRACE(texture.file);
-        const std::string path = testPath(texture.file);
-        writeBytes(path, targaBytes(texture.paint(), texture.layout));
+    for (const st_texture *texture : allTextures()) {
+        SCOPED_TRACE(texture->file);
+        const std::string path = testPath(texture->file);
+        writeBytes(path, targaBytes(texture->paint(), texture->layout));
         st_image *image = targa_image_read(path.c_str());
         ASSERT_NE(image, nullptr);
         EXPECT_LE(image->width, LARGEST_TEXTURE);
         EXPECT_LE(image->height, LARGEST_TEXTURE);
         kinds.insert({image->depth, image->orientation});
-        packed = packed || texture.layout.runLength;
+        packed = packed || texture->layout.runLength;
         image_free(image);
     }
     EXPECT_TRUE(kinds.count({24, IMAGE_BOTTOM_LEFT}) == 1);
@@ -271,6 +285,6 @@ TEST(Set, isTheSameEveryTime) {
     for (const st_model &model : allModels())
         EXPECT_EQ(bytesOf(model, model.make()), bytesOf(model, meshes().at(model.file)))
             << model.file;
-    const st_texture &leaves = allTextures()[8];
+    const st_texture &leaves = LEAVES_TEXTURE;
     EXPECT_EQ(targaBytes(leaves.paint(), leaves.layout), targaBytes(leaves.paint(), leaves.layout));
 }

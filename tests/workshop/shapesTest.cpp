@@ -1,8 +1,5 @@
-// Outlines filled, shapes, and the program.
+// Outlines filled, and shapes.
 #include "workshop/shapes.h"
-#include "tests/support/childProcess.h"
-#include "tests/support/testFolder.h"
-#include "workshop/fileWriter.h"
 #include "workshop/tessellate.h"
 
 #include <gtest/gtest.h>
@@ -58,18 +55,8 @@ static void expectOutward(const st_mesh &mesh) {
 TEST(Shapes, convexOnesFaceOutward) {
     const st_surface surface = {"s", {1, 1, 1}, 0, ""};
     expectOutward(boxShape({1, 2, 3}, surface));
-    expectOutward(blobShape({1, 2, 3}, 8, 6, 0, 1, surface));
+    expectOutward(ballShape({1, 2, 3}, 8, 6, surface));
     expectOutward(latheShape({{0, -1}, {1, -0.5F}, {1, 0.5F}, {0, 1}}, 8, surface));
     expectOutward(tubeShape({{{0, -1, 0}, 1}, {{0, 1, 0}, 1}}, 6, {1, 1}, surface));
     expectOutward(slabShape({square(-1, 1)}, 0.5F, 1, surface));
-}
-
-TEST(MakeSet, saysWhyItCannotWrite) {
-    const std::string output = testPath("out.txt");
-    EXPECT_EQ(runChild({MAKE_SET}, "/", {}, output), 1);
-    EXPECT_EQ(readText(output), "makeSet: usage: makeSet OUTDIR\n");
-    writeBytes(testPath("file"), "");
-    EXPECT_EQ(runChild({MAKE_SET, testPath("file")}, "/", {}, output), 1);
-    EXPECT_EQ(readText(output),
-              "makeSet: cannot make the directory " + testPath("file") + "/lwo: Not a directory\n");
 }

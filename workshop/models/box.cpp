@@ -5,7 +5,6 @@
 #include "workshop/models/surfaces.h"
 #include "workshop/noise.h"
 #include "workshop/shapes.h"
-#include "workshop/skyPainter.h"
 
 #include <cmath>
 
@@ -23,7 +22,7 @@ static st_vec boxPoint(st_vec direction) {
 }
 
 static st_mesh skySideShape(int side, const st_surface &surface) {
-    const st_sheet sheet = {BOX_CELLS, BOX_CELLS, false, false, false, {1, 1}};
+    const st_sheet sheet = flatSheet(BOX_CELLS, BOX_CELLS);
     st_mesh mesh = sheetShape(sheet, surface, [side](float u, float v) {
         // Equal angles rather than equal steps keep the cells alike.
         const float s = std::tan((u - 0.5F) * PI / 2);
@@ -42,18 +41,16 @@ static st_mesh skySideShape(int side, const st_surface &surface) {
 }
 
 static void addSky(st_mesh &mesh) {
-    static constexpr const char *NAMES[SKY_SIDES][2] = {
-        {"sky-front", "skyfront.tga"}, {"sky-back", "skyback.tga"},
-        {"sky-left", "skyleft.tga"},   {"sky-right", "skyright.tga"},
-        {"sky-top", "skytop.tga"},     {"sky-bottom", "skybottom.tga"}};
+    static constexpr const char *NAMES[SKY_SIDES] = {"sky-front", "sky-back", "sky-left",
+                                                     "sky-right", "sky-top",  "sky-bottom"};
     for (int side = 0; side < SKY_SIDES; side++)
-        append(mesh, skySideShape(side, painted(NAMES[side][0], NAMES[side][1], SOFT)));
+        append(mesh, skySideShape(side, painted(NAMES[side], SKY_TEXTURES[side], SOFT)));
 }
 
 static void addMeadow(st_mesh &mesh) {
     // Short of full brightness, so that the spot of light has something to add.
-    const st_surface turf = tinted("turf", "turf.tga", ROUND, WHITE * 0.68F);
-    const st_sheet sheet = {RIM_CELLS, MEADOW_ROWS, true, false, true, {1, 1}};
+    const st_surface turf = tinted("turf", TURF_TEXTURE, ROUND, WHITE * 0.68F);
+    const st_sheet sheet = domeSheet(RIM_CELLS, MEADOW_ROWS);
     st_mesh meadow = sheetShape(sheet, turf, [](float u, float v) {
         // Seen from above, u runs against the angle: z points away from the viewer.
         const float angle = -u * 2 * PI;
@@ -77,8 +74,9 @@ static void addCliff(st_mesh &mesh) {
                                         {0.55F, 1.0F},  {0.80F, 0.55F}, {0.96F, 0.22F},
                                         {1.02F, 0.05F}, {1.0F, 0.0F}};
     constexpr int ROWS = static_cast<int>(sizeof STEPS / sizeof STEPS[0]) - 1;
-    const st_sheet sheet = {RIM_CELLS, ROWS, true, true, false, {4, 1}};
-    append(mesh, sheetShape(sheet, painted("cliff", "cliff.tga", ROUND), [](float u, float v) {
+    st_sheet sheet = bowlSheet(RIM_CELLS, ROWS);
+    sheet.repeat = {4, 1};
+    append(mesh, sheetShape(sheet, painted("cliff", CLIFF_TEXTURE, ROUND), [](float u, float v) {
                const float angle = -u * 2 * PI;
                const st_step step = STEPS[std::lround(v * ROWS)];
                const float rough =

@@ -11,7 +11,7 @@ struct st_lobe {
 
 // Brighter than full light needs, so that the edges that turn away from it are not dark.
 static st_surface vapour() {
-    return tinted("cloud", "cloud.tga", SOFT, WHITE * 1.5F);
+    return tinted("cloud", CLOUD_TEXTURE, SOFT, WHITE * 1.5F);
 }
 
 static void addLobes(st_mesh &mesh, const std::vector<st_lobe> &lobes, const st_surface &surface) {
@@ -49,28 +49,25 @@ st_mesh makeCloudTwo() {
 }
 
 static void addFace(st_mesh &mesh) {
-    const st_surface skin = painted("skin", "skin.tga", SOFT);
+    const st_surface skin = painted("skin", SKIN_TEXTURE, SOFT);
     // The middle of the skin picture lies at half the way around, which a quarter turn brings
     // to the front.
-    append(mesh, blobShape({0.60F, 0.72F, 0.50F}, 18, 12, 0, 1, skin), turned({0, 1, 0}, 90));
+    append(mesh, ballShape({0.60F, 0.72F, 0.50F}, 18, 12, skin), turned({0, 1, 0}, 90));
     const st_surface nose = plain("nose", mix(HAZE, ROSE, 0.62F), SOFT);
-    append(mesh, blobShape({0.15F, 0.17F, 0.20F}, 10, 8, 0, 1, nose), moved({0, -0.03F, 0.52F}));
-    append(mesh, blobShape({0.085F, 0.075F, 0.09F}, 8, 6, 0, 1, nose),
-           moved({0.12F, -0.10F, 0.50F}));
-    append(mesh, blobShape({0.085F, 0.075F, 0.09F}, 8, 6, 0, 1, nose),
-           moved({-0.12F, -0.10F, 0.50F}));
+    append(mesh, ballShape({0.15F, 0.17F, 0.20F}, 10, 8, nose), moved({0, -0.03F, 0.52F}));
+    append(mesh, ballShape({0.085F, 0.075F, 0.09F}, 8, 6, nose), moved({0.12F, -0.10F, 0.50F}));
+    append(mesh, ballShape({0.085F, 0.075F, 0.09F}, 8, 6, nose), moved({-0.12F, -0.10F, 0.50F}));
     for (const float side : {-1.0F, 1.0F}) {
-        append(mesh, blobShape({0.13F, 0.14F, 0.09F}, 12, 8, 0, 1, plain("eye", MILK, SOFT)),
+        append(mesh, ballShape({0.13F, 0.14F, 0.09F}, 12, 8, plain("eye", MILK, SOFT)),
                moved({side * 0.21F, 0.15F, 0.42F}));
-        append(mesh, blobShape({0.055F, 0.065F, 0.03F}, 10, 6, 0, 1, plain("pupil", INK, SOFT)),
+        append(mesh, ballShape({0.055F, 0.065F, 0.03F}, 10, 6, plain("pupil", INK, SOFT)),
                moved({side * 0.19F, 0.12F, 0.505F}));
-        append(mesh, blobShape({0.10F, 0.15F, 0.06F}, 8, 6, 0, 1, nose),
+        append(mesh, ballShape({0.10F, 0.15F, 0.06F}, 8, 6, nose),
                moved({side * 0.60F, 0.02F, 0.02F}));
     }
-    append(
-        mesh,
-        blobShape({0.13F, 0.05F, 0.08F}, 10, 6, 0, 1, plain("mouth", mix(ROSE, BARK, 0.55F), SOFT)),
-        moved({0, -0.36F, 0.47F}));
+    append(mesh,
+           ballShape({0.13F, 0.05F, 0.08F}, 10, 6, plain("mouth", mix(ROSE, BARK, 0.55F), SOFT)),
+           moved({0, -0.36F, 0.47F}));
 }
 
 // Brows, moustache and beard are cloud too: that is the joke of him.

@@ -10,20 +10,27 @@
 struct st_farIsland {
     st_vec middle;
     float radius;
-    bool near; // nearer ones have a house and less air in their colours
+    bool isNear;
 };
 
+// With a house, and less air in its colours.
+static constexpr st_farIsland nearIsland(st_vec middle, float radius) {
+    return {middle, radius, true};
+}
+static constexpr st_farIsland farIsland(st_vec middle, float radius) {
+    return {middle, radius, false};
+}
+
 // Two stand behind the tree of the main view, two behind that of the opening.
-static constexpr st_farIsland ISLANDS[] = {{{5.4F, -0.45F, 9.4F}, 1.05F, true},
-                                           {{-1.1F, -0.20F, 12.2F}, 0.62F, false},
-                                           {{-5.6F, 3.0F, -9.0F}, 1.0F, true},
-                                           {{6.4F, 2.5F, -9.6F}, 0.75F, false}};
+static constexpr st_farIsland ISLANDS[] = {
+    nearIsland({5.4F, -0.45F, 9.4F}, 1.05F), farIsland({-1.1F, -0.20F, 12.2F}, 0.62F),
+    nearIsland({-5.6F, 3.0F, -9.0F}, 1.0F), farIsland({6.4F, 2.5F, -9.6F}, 0.75F)};
 
 static st_surface hazy(const std::string &name, st_vec color, const st_farIsland &island) {
     const st_vec air = mix(HAZE, SKY, 0.25F);
-    if (island.near)
-        return plain((name + "-far").c_str(), mix(color, air, 0.38F), ROUND);
-    return plain((name + "-farther").c_str(), mix(color, air, 0.58F), ROUND);
+    if (island.isNear)
+        return plain(name + "-far", mix(color, air, 0.38F), ROUND);
+    return plain(name + "-farther", mix(color, air, 0.58F), ROUND);
 }
 
 static st_mesh landShape(const st_farIsland &island, unsigned seed) {
@@ -37,13 +44,11 @@ static st_mesh landShape(const st_farIsland &island, unsigned seed) {
         return st_vec{x * step.u * swell, step.v, z * step.u * swell};
     };
     st_mesh mesh;
-    append(mesh, sheetShape({10, 4, true, true, false, {1, 1}},
-                            hazy("rock", mix(WOOD, ROSE, 0.2F) * 0.75F, island),
+    append(mesh, sheetShape(bowlSheet(10, 4), hazy("rock", mix(WOOD, ROSE, 0.2F) * 0.75F, island),
                             [&](float u, float v) { return rough(ROCK[std::lround(v * 4)], u); }));
-    append(mesh, sheetShape({10, 2, true, false, true, {1, 1}},
-                            hazy("meadow", mix(LEAF, SUN, 0.25F), island), [&](float u, float v) {
-                                return rough(MEADOW[std::lround(v * 2)], u);
-                            }));
+    append(mesh,
+           sheetShape(domeSheet(10, 2), hazy("meadow", mix(LEAF, SUN, 0.25F), island),
+                      [&](float u, float v) { return rough(MEADOW[std::lround(v * 2)], u); }));
     return mesh;
 }
 
@@ -57,7 +62,7 @@ void addFarIslands(st_mesh &mesh) {
                    latheShape({{0.23F, 0}, {0.13F, 0.35F}, {0, 0.75F}}, 6,
                               hazy("fir", mix(MOSS, LEAF, 0.2F), island)),
                    moved({at.u, 0.15F, at.v}));
-        if (island.near) {
+        if (island.isNear) {
             append(land, boxShape({0.34F, 0.34F, 0.34F}, hazy("wall", MILK, island)),
                    moved({0, 0.36F, 0}));
             append(land, latheShape({{0.34F, 0.50F}, {0, 0.82F}}, 4, hazy("roof", ROSE, island)),

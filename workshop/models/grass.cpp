@@ -34,7 +34,7 @@ static st_vec somewhere(st_random &random, float nearest, float farthest) {
 }
 
 static void addTufts(st_mesh &mesh) {
-    const int blade = addSurface(mesh, painted("blade", "blade.tga", ROUND));
+    const int blade = addSurface(mesh, painted("blade", BLADE_TEXTURE, ROUND));
     st_random random = {31};
     for (int i = 0; i < TUFTS; i++) {
         const bool atRim = i % 3 != 0;

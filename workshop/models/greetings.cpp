@@ -13,15 +13,8 @@ constexpr float HUB = 0.44F;   // where names begin
 constexpr float RIM = 2.05F;   // where the wheel ends
 constexpr float DEPTH = 0.10F; // of spokes and petals
 
-struct st_lettering {
-    float size, depth;
-    st_surface face, side;
-};
-
 // The name, shrunk if it is too long for its spoke, lying along +x.
-static st_mesh nameShape(const char *name, const st_lettering &lettering) {
-    st_textStyle style =
-        plainStyle(lettering.size, lettering.depth, lettering.face, lettering.side);
+static st_mesh nameShape(const char *name, st_textStyle style) {
     style.tolerance = 0.018F;
     const float room = RIM - HUB - 0.16F;
     const float width = textWidth(name, style);
@@ -57,9 +50,9 @@ st_mesh makeGreetingsOne() {
     static constexpr const char *NAMES[] = {"Moss Club",   "Teapots",  "Late Owls", "Wobble",
                                             "Sock Drawer", "Porridge", "Mittens",   "Lanterns"};
     constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
-    const st_surface wood = tinted("wood", "wood.tga", 0, mix(WOOD, WHITE, 0.35F));
-    const st_lettering lettering = {0.33F, 0.05F, plain("greet-letters", MILK, 0),
-                                    plain("greet-letters-side", mix(BARK, INK, 0.5F), 0)};
+    const st_surface wood = tinted("wood", WOOD_TEXTURE, 0, mix(WOOD, WHITE, 0.35F));
+    const st_textStyle lettering = plainStyle(0.33F, 0.05F, plain("greet-letters", MILK, 0),
+                                              plain("greet-letters-side", mix(BARK, INK, 0.5F), 0));
     const st_outline plank = {
         {0.2F, -0.10F, 0}, {RIM - 0.05F, -0.165F, 0}, {RIM - 0.05F, 0.165F, 0}, {0.2F, 0.10F, 0}};
     st_mesh wheel;
@@ -69,7 +62,7 @@ st_mesh makeGreetingsOne() {
     }
     append(wheel,
            slabShape({ringOutline(RIM + 0.08F, 40, false), ringOutline(RIM - 0.06F, 40, true)},
-                     DEPTH * 1.4F, 1.0F, painted("bark", "bark.tga", 0)));
+                     DEPTH * 1.4F, 1.0F, painted("bark", BARK_TEXTURE, 0)));
     append(wheel,
            latheShape({{0.34F, -0.1F}, {0.34F, 0.08F}, {0.22F, 0.14F}, {0.0F, 0.16F}}, 20,
                       plain("hub", mix(WOOD, BARK, 0.5F), 0.7F)),
@@ -95,22 +88,23 @@ st_mesh makeGreetingsTwo() {
                                             "Zebra Tea", "Spaghetti",  "Whalers",
                                             "Cactus",    "Biscuit 9",  "Thunder"};
     constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
-    const st_lettering lettering = {0.36F, 0.012F, plain("greet-letters", mix(INK, DUSK, 0.15F), 0),
-                                    plain("greet-letters-side", INK, 0)};
+    const st_textStyle lettering =
+        plainStyle(0.36F, 0.012F, plain("greet-letters", mix(INK, DUSK, 0.15F), 0),
+                   plain("greet-letters-side", INK, 0));
     st_mesh wheel;
     for (std::size_t i = 0; i < COUNT; i++) {
         static constexpr const char *PETALS[3] = {"petal-milk", "petal-rose", "petal-sun"};
         static constexpr st_vec COLORS[3] = {MILK, mix(ROSE, MILK, 0.15F),
                                              mix(SUN, AMBER, 0.3F) * 0.85F};
         st_mesh petal = slabShape({petalOutline()}, DEPTH, 2.2F,
-                                  tinted(PETALS[i % 3], "petal.tga", 0, COLORS[i % 3]));
+                                  tinted(PETALS[i % 3], PETAL_TEXTURE, 0, COLORS[i % 3]));
         for (st_polygon &polygon : petal.polygons)
             for (st_uv &uv : polygon.uvs)
                 uv.v += 0.5F;
         append(wheel, petal, spokePlace(i, COUNT));
         append(wheel, nameShape(NAMES[i], lettering), spokePlace(i, COUNT));
     }
-    append(wheel, blobShape({0.40F, 0.40F, 0.20F}, 18, 10, 0, 1, plain("hub", AMBER, SOFT)));
+    append(wheel, ballShape({0.40F, 0.40F, 0.20F}, 18, 10, plain("hub", AMBER, SOFT)));
     return towardsMainView(wheel);
 }
 
@@ -119,10 +113,11 @@ st_mesh makeGreetingsThree() {
                                             "Plum Inc.", "Foghorn",   "Monsoon", "Goat Unit",
                                             "Buttons",   "Pennies"};
     constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
-    const st_lettering lettering = {0.33F, 0.05F, plain("greet-letters", SUN, 0),
-                                    plain("greet-letters-side", mix(AMBER, BARK, 0.6F), 0)};
+    const st_textStyle lettering =
+        plainStyle(0.33F, 0.05F, plain("greet-letters", SUN, 0),
+                   plain("greet-letters-side", mix(AMBER, BARK, 0.6F), 0));
     st_mesh disc = slabShape({ringOutline(RIM + 0.05F, 48, false)}, DEPTH, 2 * (RIM + 0.05F),
-                             painted("record", "record.tga", 0));
+                             painted("record", RECORD_TEXTURE, 0));
     for (st_polygon &polygon : disc.polygons) {
         const auto height = [&](int i) {
             return disc.points[static_cast<std::size_t>(polygon.points[i])].z;

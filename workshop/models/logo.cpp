@@ -17,15 +17,12 @@ constexpr float EDGE = 0.07F; // width of its slanted edges
 constexpr float SHINE = 0.68F;
 
 static st_mesh lettersShape() {
-    const st_textStyle style = {0.74F,
-                                0.16F,
-                                0.035F,
-                                0.004F,
-                                -0.015F,
-                                false,
-                                true,
-                                tinted("logo-face", "enamel.tga", 0, WHITE * 0.85F),
-                                plain("logo-side", mix(MILK, HAZE, 0.3F) * 0.76F, 0.55F)};
+    st_textStyle style =
+        plainStyle(0.74F, 0.16F, tinted("logo-face", ENAMEL_TEXTURE, 0, WHITE * 0.85F),
+                   plain("logo-side", mix(MILK, HAZE, 0.3F) * 0.76F, 0.55F));
+    style.bevel = 0.035F;
+    style.tolerance = 0.004F;
+    style.tracking = -0.015F;
     st_mesh mesh;
     append(mesh, textShape("k7", style),
            moved({-textWidth("k7", style) / 2, -0.35F * style.size, HALF + 0.045F}));
@@ -61,9 +58,9 @@ static st_mesh sideShape(const st_surface &paint) {
 // Three colours, so that each third of a turn brings another one to the front.
 st_mesh makeLogo() {
     const st_surface paints[3] = {
-        tinted("logo-blue", "planks.tga", 0, mix(DUSK, SKY, 0.45F) * 0.8F),
-        tinted("logo-red", "planks.tga", 0, ROSE * 0.8F),
-        tinted("logo-green", "planks.tga", 0, mix(LEAF, MOSS, 0.35F) * 0.8F)};
+        tinted("logo-blue", PLANKS_TEXTURE, 0, mix(DUSK, SKY, 0.45F) * 0.8F),
+        tinted("logo-red", PLANKS_TEXTURE, 0, ROSE * 0.8F),
+        tinted("logo-green", PLANKS_TEXTURE, 0, mix(LEAF, MOSS, 0.35F) * 0.8F)};
     st_mesh mesh;
     for (int third = 0; third < 3; third++) {
         st_mesh side = sideShape(paints[third]);

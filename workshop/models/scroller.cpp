@@ -20,7 +20,7 @@ static const char *const WORDS =
     "VALMORINE! And now, once more, from the top...";
 
 st_mesh makeScroller() {
-    st_textStyle style = plainStyle(0.90F, 0.09F, painted("letters", "letters.tga", 0),
+    st_textStyle style = plainStyle(0.90F, 0.09F, painted("letters", LETTERS_TEXTURE, 0),
                                     plain("letters-side", mix(INK, DUSK, 0.25F), 0));
     // All letters are drawn in every frame, so they are coarse; and they are only ever seen from
     // above, so nobody misses their undersides.

@@ -21,15 +21,14 @@ static void addPost(st_mesh &mesh, float x, float top) {
     append(mesh, tubeShape({{{x, -1.3F, -0.07F}, 0.07F},
                             {{x + 0.01F, -0.4F, -0.07F}, 0.06F},
                             {{x, top, -0.07F}, 0.055F}},
-                           8, {1, 2}, painted("bark", "bark.tga", ROUND)));
+                           8, {1, 2}, painted("bark", BARK_TEXTURE, ROUND)));
     append(mesh,
-           blobShape({0.07F, 0.045F, 0.07F}, 8, 5, 0, 1,
-                     plain("post-top", mix(WOOD, BARK, 0.4F), SOFT)),
+           ballShape({0.07F, 0.045F, 0.07F}, 8, 5, plain("post-top", mix(WOOD, BARK, 0.4F), SOFT)),
            moved({x, top, -0.07F}));
 }
 
 st_mesh makeSign() {
-    const st_surface wood = painted("wood", "wood.tga", 0);
+    const st_surface wood = painted("wood", WOOD_TEXTURE, 0);
     st_mesh sign;
     addPost(sign, -0.55F, 0.44F);
     addPost(sign, 0.55F, 0.44F);

@@ -88,7 +88,7 @@ static st_mesh trunkShape() {
 // Along +y from its stalk, folded along the middle and bent backwards.
 static st_mesh leafShape(float length, float width, const st_surface &green) {
     const auto fold = [&](float x, float y) { return 0.5F * std::fabs(x) - 0.5F * y * y / length; };
-    const st_sheet sheet = {12, 8, true, true, true, {1, 1}};
+    const st_sheet sheet = ballSheet(12, 8);
     st_mesh mesh = sheetShape(sheet, green, [&](float u, float v) {
         const bool pole = v == 0 || v == 1;
         const float round = pole ? 0 : std::pow(std::sin(PI * std::pow(v, 0.8F)), 0.8F);
@@ -133,18 +133,16 @@ static st_mesh ladybirdShape() {
     red.shine = 0.6F;
     const st_vec body = {0.030F, 0.038F, 0.026F};
     st_mesh mesh;
-    append(mesh, blobShape(body, 16, 10, 0, 1, red));
-    append(mesh, blobShape({0.0022F, body.y * 1.03F, body.z * 1.07F}, 8, 14, 0, 1, black));
-    append(mesh, blobShape({0.019F, 0.015F, 0.017F}, 12, 8, 0, 1, black),
-           moved({0, 0.036F, 0.004F}));
+    append(mesh, ballShape(body, 16, 10, red));
+    append(mesh, ballShape({0.0022F, body.y * 1.03F, body.z * 1.07F}, 8, 14, black));
+    append(mesh, ballShape({0.019F, 0.015F, 0.017F}, 12, 8, black), moved({0, 0.036F, 0.004F}));
     for (const float side : {-1.0F, 1.0F}) {
         for (const auto &[x, y] : {std::pair{0.5F, 0.38F}, {0.62F, -0.10F}, {0.42F, -0.55F}}) {
             const float z = std::sqrt(1 - x * x - y * y);
-            append(mesh, blobShape({0.0065F, 0.0065F, 0.0065F}, 8, 6, 0, 1, black),
+            append(mesh, ballShape({0.0065F, 0.0065F, 0.0065F}, 8, 6, black),
                    moved({side * x * body.x * 0.94F, y * body.y * 0.94F, z * body.z * 0.94F}));
         }
-        append(mesh,
-               blobShape({0.005F, 0.005F, 0.005F}, 8, 6, 0, 1, plain("ladybird-eye", MILK, SOFT)),
+        append(mesh, ballShape({0.005F, 0.005F, 0.005F}, 8, 6, plain("ladybird-eye", MILK, SOFT)),
                moved({side * 0.010F, 0.044F, 0.014F}));
     }
     return mesh;

@@ -27,36 +27,34 @@ static st_mesh faceShape(float radius, float thickness, const st_surface &front,
     return mesh;
 }
 
-struct st_rays {
-    int count;
-    float from, length, width;
-    float droop; // how far the tips hang, in radius
-};
+constexpr int RAYS = 20;
+constexpr float RAY_FOOT = 0.47F; // from the middle
+constexpr float RAY_LENGTH = 0.53F;
+constexpr float RAY_WIDTH = 0.085F;
 
-static st_mesh raysShape(const st_rays &rays, const st_surface &longer, const st_surface &shorter) {
+static st_mesh raysShape(const st_surface &longer, const st_surface &shorter) {
     st_mesh mesh;
-    for (int i = 0; i < rays.count; i++) {
-        const float angle = 2 * PI * static_cast<float>(i) / static_cast<float>(rays.count);
-        const float length = rays.length * (i % 2 == 0 ? 1.0F : 0.6F);
+    for (int i = 0; i < RAYS; i++) {
+        const float angle = 2 * PI * static_cast<float>(i) / RAYS;
+        const float length = RAY_LENGTH * (i % 2 == 0 ? 1.0F : 0.6F);
         st_mesh ray;
         const int surface = addSurface(ray, i % 2 == 0 ? longer : shorter);
-        const int tip = addPoint(ray, {length, -rays.droop * length, 0});
-        const float w = rays.width;
+        const int tip = addPoint(ray, {length, 0, 0});
+        const float w = RAY_WIDTH;
         const int ring[4] = {addPoint(ray, {0, w, 0}), addPoint(ray, {0, 0, w * 0.6F}),
                              addPoint(ray, {0, -w, 0}), addPoint(ray, {0, 0, -w * 0.6F})};
         for (int k = 0; k < 4; k++)
             addTriangle(ray, surface, ring[k], ring[(k + 1) % 4], tip);
-        append(mesh, ray, turned({0, 0, 1}, angle * 180 / PI) * moved({rays.from, 0, 0}));
+        append(mesh, ray, turned({0, 0, 1}, angle * 180 / PI) * moved({RAY_FOOT, 0, 0}));
     }
     return mesh;
 }
 
 st_mesh makeSun() {
     st_mesh sun;
-    append(sun, faceShape(0.52F, 0.26F, tinted("sun-face", "sunface.tga", SOFT, WHITE * 1.4F),
+    append(sun, faceShape(0.52F, 0.26F, tinted("sun-face", SUN_FACE_TEXTURE, SOFT, WHITE * 1.4F),
                           plain("sun-back", mix(SUN, AMBER, 0.4F), SOFT)));
-    append(sun, raysShape({20, 0.47F, 0.53F, 0.085F, 0}, plain("ray-long", SUN, 0),
-                          plain("ray-short", AMBER, 0)));
+    append(sun, raysShape(plain("ray-long", SUN, 0), plain("ray-short", AMBER, 0)));
     st_mesh mesh;
     append(mesh, sun,
            moved({-7.0F, 0.2F, 6.3F}) * turned({1, 0, 0}, 25) * facingMainView() *
@@ -117,21 +115,19 @@ static st_mesh eyeShape(float side) {
     pupil.shine = 0.9F;
     const st_vec at = onHead(side * 0.34F, 0.14F);
     st_mesh mesh;
-    append(mesh, blobShape({0.092F, 0.105F, 0.055F}, 18, 12, 0, 1, plain("eye", MILK, SOFT)),
-           moved(at));
-    append(mesh, blobShape({0.050F, 0.060F, 0.020F}, 16, 10, 0, 1, pupil),
+    append(mesh, ballShape({0.092F, 0.105F, 0.055F}, 18, 12, plain("eye", MILK, SOFT)), moved(at));
+    append(mesh, ballShape({0.050F, 0.060F, 0.020F}, 16, 10, pupil),
            moved(at + st_vec{-side * 0.012F, -0.034F, 0.046F}));
-    append(mesh, blobShape({0.016F, 0.018F, 0.008F}, 8, 6, 0, 1, plain("glint", MILK, SOFT)),
+    append(mesh, ballShape({0.016F, 0.018F, 0.008F}, 8, 6, plain("glint", MILK, SOFT)),
            moved(at + st_vec{-side * 0.012F + 0.016F, -0.012F, 0.065F}));
     append(mesh,
-           blobShape({0.104F, 0.070F, 0.075F}, 18, 10, 0, 1,
+           ballShape({0.104F, 0.070F, 0.075F}, 18, 10,
                      plain("lid", mix(LONELY_BLUE, MILK, 0.25F), SOFT)),
            moved(at + st_vec{side * 0.006F, 0.066F, 0.0F}) * turned({0, 0, 1}, -side * 17));
     append(mesh, strokeShape(arc({side * 0.36F, 0.52F}, 0.17F, 0.03F, -side * 0.07F), 0.020F,
                              plain("brow", DUSK, SOFT)));
     append(mesh,
-           blobShape({0.070F, 0.045F, 0.02F}, 12, 8, 0, 1,
-                     plain("cheek", mix(ROSE, MILK, 0.2F), SOFT)),
+           ballShape({0.070F, 0.045F, 0.02F}, 12, 8, plain("cheek", mix(ROSE, MILK, 0.2F), SOFT)),
            moved(onHead(side * 0.56F, -0.22F)) * turned({0, 1, 0}, side * 35));
     return mesh;
 }
@@ -158,16 +154,19 @@ static st_mesh wiltedRay(float degrees, float length, const st_surface &surface)
 
 st_mesh makeLonelySun() {
     // The shadow of a cloud crosses the face for ever.
-    st_surface face = {"lonely-face", mix(SKY, MILK, 0.45F), SOFT, "cloud.tga"};
-    face.planar = {2, {1.6F, 1.2F, 1}, {-1.5F, 1.2F, 2.6F}, {0.02F, 0, 0}};
+    st_surface face = tinted("lonely-face", CLOUD_TEXTURE, SOFT, mix(SKY, MILK, 0.45F));
+    face.planar.axis = 2;
+    face.planar.size = {1.6F, 1.2F, 1};
+    face.planar.center = {-1.5F, 1.2F, 2.6F};
+    face.planar.velocity = {0.02F, 0, 0};
     const st_surface rays[2] = {plain("lonely-ray", LONELY_BLUE, SOFT),
                                 plain("lonely-ray-short", mix(SUN, HAZE, 0.4F), SOFT)};
     st_mesh sun;
-    constexpr int RAYS = 14;
-    for (int i = 0; i < RAYS; i++)
-        append(sun, wiltedRay(360.0F / RAYS * (static_cast<float>(i) + 0.5F) - 180,
+    constexpr int WILTED = 14;
+    for (int i = 0; i < WILTED; i++)
+        append(sun, wiltedRay(360.0F / WILTED * (static_cast<float>(i) + 0.5F) - 180,
                               i % 2 == 0 ? 0.42F : 0.33F, rays[i % 2]));
-    append(sun, blobShape(HEAD, 36, 20, 0, 1, face));
+    append(sun, ballShape(HEAD, 36, 20, face));
     for (const float side : {-1.0F, 1.0F})
         append(sun, eyeShape(side));
     append(sun, strokeShape(arc({0, -0.42F}, 0.24F, 0.13F, 0), 0.022F,

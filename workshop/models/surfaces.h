@@ -2,16 +2,27 @@
 #pragma once
 
 #include "workshop/palette.h"
+#include "workshop/textures/textures.h"
 
 constexpr float ROUND = 1.2F; // smoothing angle of round things, radians
 constexpr float SOFT = 2.6F;  // smooths over everything but a fold
 
-inline st_surface painted(const char *name, const char *image, float smoothing) {
-    return {name, WHITE, smoothing, image};
+// A surface in one colour.
+inline st_surface plain(const std::string &name, st_vec color, float smoothing) {
+    st_surface surface;
+    surface.name = name;
+    surface.color = color;
+    surface.smoothing = smoothing;
+    return surface;
 }
-inline st_surface tinted(const char *name, const char *image, float smoothing, st_vec color) {
-    return {name, color, smoothing, image};
+// With a picture, which the colour multiplies.
+inline st_surface tinted(const std::string &name, const st_texture &texture, float smoothing,
+                         st_vec color) {
+    st_surface surface = plain(name, color, smoothing);
+    surface.image = texture.file;
+    return surface;
 }
-inline st_surface plain(const char *name, st_vec color, float smoothing) {
-    return {name, color, smoothing, ""};
+// With a picture as it is.
+inline st_surface painted(const std::string &name, const st_texture &texture, float smoothing) {
+    return tinted(name, texture, smoothing, WHITE);
 }

@@ -14,7 +14,7 @@ static st_mesh deskShape() {
     st_mesh mesh;
     const st_surface cut = plain("stump-cut", mix(WOOD, HAZE, 0.5F), 0);
     append(mesh, tubeShape({{{0, -0.1F, 0}, 0.27F}, {{0, 0.03F, 0}, 0.21F}, {{0, 0.2F, 0}, 0.19F}},
-                           10, {2, 1}, painted("bark", "bark.tga", ROUND)));
+                           10, {2, 1}, painted("bark", BARK_TEXTURE, ROUND)));
     append(mesh, latheShape({{0.19F, 0.2F}, {0.0F, 0.2F}}, 10, cut));
     return mesh;
 }
@@ -26,8 +26,8 @@ static st_mesh machineShape() {
     append(mesh, boxShape({0.28F, 0.23F, 0.14F}, shell), moved({0, 0.145F, 0.03F}));
     append(mesh, boxShape({0.20F, 0.16F, 0.14F}, shell), moved({0, 0.15F, -0.08F}));
     append(mesh, boxShape({0.235F, 0.175F, 0.02F}, dark), moved({0, 0.15F, 0.096F}));
-    const st_surface screen = painted("machine-screen", "screen.tga", 0);
-    append(mesh, sheetShape({1, 1, false, false, false, {1, 1}}, screen, [](float u, float v) {
+    const st_surface screen = painted("machine-screen", SCREEN_TEXTURE, 0);
+    append(mesh, sheetShape(flatSheet(1, 1), screen, [](float u, float v) {
                return st_vec{(u - 0.5F) * 0.205F, 0.15F + (v - 0.5F) * 0.145F, 0.109F};
            }));
     append(mesh, boxShape({0.30F, 0.03F, 0.11F}, shell),

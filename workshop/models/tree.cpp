@@ -12,7 +12,7 @@ constexpr float TREE_Z = 0.95F;
 constexpr int LOOSE_LEAVES = 14; // to a lump
 
 static void addTrunk(st_mesh &mesh, st_vec foot) {
-    const st_surface bark = painted("bark", "bark.tga", ROUND);
+    const st_surface bark = painted("bark", BARK_TEXTURE, ROUND);
     const std::vector<st_ring> rings = {
         {foot + st_vec{0, -0.10F, 0}, 0.30F},        {foot + st_vec{0, 0.06F, 0}, 0.20F},
         {foot + st_vec{0.02F, 0.30F, 0}, 0.145F},    {foot + st_vec{0.07F, 0.65F, 0.02F}, 0.12F},
@@ -53,8 +53,8 @@ static constexpr st_lump LUMPS[] = {
     {{-0.30F, 2.28F, 0.0F}, 0.33F}};
 
 static void addCrown(st_mesh &mesh, st_vec foot) {
-    const st_surface light = painted("leaves", "leaves.tga", SOFT);
-    const st_surface dark = tinted("leaves-shade", "leaves.tga", SOFT, {0.80F, 0.90F, 0.85F});
+    const st_surface light = painted("leaves", LEAVES_TEXTURE, SOFT);
+    const st_surface dark = tinted("leaves-shade", LEAVES_TEXTURE, SOFT, {0.80F, 0.90F, 0.85F});
     unsigned seed = 200;
     for (const st_lump &lump : LUMPS) {
         const st_vec radius = {lump.size, lump.size * 0.84F, lump.size};
@@ -90,7 +90,7 @@ static bool insideCrown(st_vec point) {
 
 // Single leaves stand off the crown, so that its outline is not that of balls.
 static void addLooseLeaves(st_mesh &mesh, st_vec foot) {
-    const int surface = addSurface(mesh, painted("leaf-loose", "leaves.tga", 0));
+    const int surface = addSurface(mesh, painted("leaf-loose", LEAVES_TEXTURE, 0));
     st_random random = {91};
     for (const st_lump &lump : LUMPS)
         for (int i = 0; i < LOOSE_LEAVES;) {
@@ -121,7 +121,7 @@ static void addApples(st_mesh &mesh, st_vec foot) {
         const float up = nextRandom(random, -0.55F, 0.25F);
         const st_vec out = {std::cos(around) * std::cos(up), std::sin(up) * 0.84F,
                             std::sin(around) * std::cos(up)};
-        append(mesh, blobShape({0.065F, 0.06F, 0.065F}, 7, 5, 0, 1, skin),
+        append(mesh, ballShape({0.065F, 0.06F, 0.065F}, 7, 5, skin),
                moved(foot + lump.at + out * (lump.size * 1.0F)));
     }
 }

@@ -1,7 +1,7 @@
 // An evening sky above a sea of cloud. Below the horizon lie rows of cloud tops, each row
 // nearer, larger and darker than the one behind it; everything is a function of direction, so
 // the sides of the box meet without a seam.
-#include "workshop/skyPainter.h"
+#include "workshop/textures/skyPainter.h"
 
 #include "workshop/noise.h"
 #include "workshop/palette.h"
