@@ -4,7 +4,7 @@
 #include <EGL/egl.h>
 #include <GL/gl.h>
 
-static bool gateOpen = true;
+static bool gateOpen = true; // glDrawArrays is handed nothing of ours, so there is one gate
 
 void openDrawGate(bool open) {
     gateOpen = open;

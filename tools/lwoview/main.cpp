@@ -159,7 +159,7 @@ static std::string readArguments(const st_commandLine &line, st_options *options
                                   : "one model at a time, not " + line.words[1] + " too";
     options->model = line.words[0];
     for (const st_givenOption &given : line.options)
-        if (const std::string problem = readOption(given, options); !problem.empty())
+        if (std::string problem = readOption(given, options); !problem.empty())
             return problem;
     if (options->size.width == 0)
         options->size = options->icon ? ICON_SIZE : PICTURE_SIZE;
