@@ -8,24 +8,9 @@
 #include "tools/lwoinfo/modelFile.h"
 
 #include <cctype>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
-
-// The loader leaves its file open; of many models that would exhaust the descriptors. The one it
-// gets is the lowest that is free.
-static st_image *loadImage(const std::string &path) {
-    const int lowest = open("/dev/null", O_RDONLY);
-    if (lowest >= 0)
-        close(lowest);
-    st_image *image = targa_image_load(path.c_str(), 0, nullptr);
-    if (lowest >= 0)
-        close(lowest);
-    return image;
-}
 
 static st_imageFacts lookAt(const std::string &path) {
     st_imageFacts facts = {};
@@ -35,7 +20,7 @@ static st_imageFacts lookAt(const std::string &path) {
     facts.problem = fileProblem(path);
     if (!facts.problem.empty())
         return facts;
-    st_image *image = loadImage(path);
+    st_image *image = targa_image_read(path.c_str());
     if (image == nullptr) {
         facts.problem = "no Targa file, or cut short";
         return facts;
@@ -46,9 +31,7 @@ static st_imageFacts lookAt(const std::string &path) {
     facts.width = image->width;
     facts.height = image->height;
     facts.isTrueColor = image_is_true_color(image) != 0;
-    std::free(image->pixels);
-    std::free(image->id);
-    std::free(image);
+    image_free(image);
     return facts;
 }
 
