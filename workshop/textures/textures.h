@@ -2,8 +2,8 @@
 // repeat in u. A painted light from above stands in for the lamps, which leave nearly everything
 // bright.
 //
-// A file paints what the models in the file of the same name in models/ bring; boards, which several
-// are nailed together of, have one of their own. Models name a picture by its record:
+// A file paints what the models in the file of the same name in models/ bring; boards, which
+// several are nailed together of, have one of their own. Models name a picture by its record:
 //
 //   painted("bark", BARK_TEXTURE, ROUND)
 #pragma once
