@@ -1,8 +1,9 @@
 // Image clips: where the pictures of image maps come from (CLIP).
-#include "reader/chunks.h"
-#include "reader/lwo2.h"
+#include "reader/clip.h"
 
-#include <cstdlib>
+#include "reader/lwo2.h"
+#include "reader/records.h"
+#include "reader/subChunks.h"
 
 // Deliberate: the strings and the data of the source stay allocated, also after a failed read.
 void lwFreeClip(st_lwClip *clip) {
@@ -14,7 +15,7 @@ void lwFreeClip(st_lwClip *clip) {
 }
 
 st_lwClip *newClip() {
-    st_lwClip *clip = static_cast<st_lwClip *>(std::calloc(1, sizeof(st_lwClip)));
+    st_lwClip *clip = newRecord<st_lwClip>();
     if (clip == nullptr)
         return nullptr;
     clip->contrast.value = 1.0F;
@@ -73,14 +74,6 @@ static void readTimes(std::FILE *file, st_lwClip *clip) {
     clip->frameRate = getF4(file);
 }
 
-static void readFilter(std::FILE *file, int length, st_lwPlugin **filters, int *count) {
-    st_lwPlugin *filter = getFilter(file, length);
-    if (filter == nullptr)
-        return;
-    prependRecord(filters, filter);
-    ++*count;
-}
-
 static void readSubChunk(std::FILE *file, unsigned int id, int length, st_lwClip *clip) {
     switch (id) {
     case lwID("TIME"): readTimes(file, clip); break;
@@ -105,6 +98,7 @@ st_lwClip *lwGetClip(std::FILE *file, int cksize) {
     if (clip == nullptr)
         return nullptr;
     st_subChunks subs = beginSubChunks(file, cksize, OVERRUN_FAILS);
+    set_flen(0);
     clip->index = getI4(file);
     // The first sub-chunk is the source, and its ID the type, whatever it is.
     if (nextSubChunk(&subs)) {

@@ -36,8 +36,11 @@ float outgoing(st_lwKey *key0, st_lwKey *key1) {
     }
     case lwID("LINE"): return prev == nullptr ? rise : share * (before + rise);
     case lwID("BEZI"):
-    case lwID("HERM"): return prev == nullptr ? key0->param[1] : share * key0->param[1];
-    case lwID("BEZ2"): return scaleSlope(span, key0->param[3], key0->param[2]);
+    case lwID("HERM"):
+        return prev == nullptr ? key0->param[LW_TANGENT_OUT] : share * key0->param[LW_TANGENT_OUT];
+    case lwID("BEZ2"):
+        return scaleSlope(span, key0->param[LW_CONTROL_VALUE_OUT],
+                          key0->param[LW_CONTROL_TIME_OUT]);
     default: return 0.0F;
     }
 }
@@ -57,8 +60,10 @@ float incoming(st_lwKey *key0, st_lwKey *key1) {
     }
     case lwID("LINE"): return next == nullptr ? rise : share * (after + rise);
     case lwID("BEZI"):
-    case lwID("HERM"): return next == nullptr ? key1->param[0] : share * key1->param[0];
-    case lwID("BEZ2"): return scaleSlope(span, key1->param[1], key1->param[0]);
+    case lwID("HERM"):
+        return next == nullptr ? key1->param[LW_TANGENT_IN] : share * key1->param[LW_TANGENT_IN];
+    case lwID("BEZ2"):
+        return scaleSlope(span, key1->param[LW_CONTROL_VALUE_IN], key1->param[LW_CONTROL_TIME_IN]);
     default: return 0.0F;
     }
 }
@@ -101,13 +106,18 @@ float bez2_time(float x0, float x1, float x2, float x3, float time, float *t0, f
 }
 
 float bez2(st_lwKey *key0, st_lwKey *key1, float time) {
-    bool free = key0->shape == lwID("BEZ2");
-    float x1 = free ? key0->time + key0->param[2] : key0->time + (key1->time - key0->time) / 3.0F;
+    float x1 = key0->time + (key1->time - key0->time) / 3.0F;
+    float y1 = key0->value + key0->param[LW_TANGENT_OUT] / 3.0F;
+    if (key0->shape == lwID("BEZ2")) {
+        x1 = key0->time + key0->param[LW_CONTROL_TIME_OUT];
+        y1 = key0->value + key0->param[LW_CONTROL_VALUE_OUT];
+    }
+    float x2 = key1->time + key1->param[LW_CONTROL_TIME_IN];
+    float y2 = key1->param[LW_CONTROL_VALUE_IN] + key1->value;
     float t0 = 0.0F;
     float t1 = 1.0F;
-    float t = bez2_time(key0->time, x1, key1->time + key1->param[0], key1->time, time, &t0, &t1);
-    float y1 = free ? key0->value + key0->param[3] : key0->value + key0->param[1] / 3.0F;
-    return bezier(key0->value, y1, key1->param[1] + key1->value, key1->value, t);
+    float t = bez2_time(key0->time, x1, x2, key1->time, time, &t0, &t1);
+    return bezier(key0->value, y1, y2, key1->value, t);
 }
 
 // The value at a time between two keys; the shape is that of the second one.
@@ -142,8 +152,7 @@ static st_cycle wrapTime(float time, float lo, float hi) {
     float range = hi - lo;
     if (range == 0.0F)
         return {lo, 0.0};
-    float whole =
-        static_cast<float>(std::floor(static_cast<double>(time) / static_cast<double>(range)));
+    float whole = std::floor(time / range);
     float wrapped = (lo + time) - range * whole;
     double half = wrapped > time ? 0.5 : -0.5;
     return {wrapped, -std::trunc(static_cast<double>(wrapped / range) + half)};

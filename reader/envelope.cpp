@@ -1,11 +1,10 @@
 // Envelopes: animation curves (ENVL), read and looked up.
-#include "reader/chunks.h"
 #include "reader/lwo2.h"
+#include "reader/records.h"
+#include "reader/subChunks.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <limits>
 
 // ------------------------------------------------------------------------- release
 
@@ -32,11 +31,9 @@ int compare_keys(st_lwKey *a, st_lwKey *b) {
 
 // Null, and flen failing, without memory.
 static st_lwKey *readKey(std::FILE *file, st_lwEnvelope *envelope) {
-    st_lwKey *key = static_cast<st_lwKey *>(std::calloc(1, sizeof(st_lwKey)));
-    if (key == nullptr) {
-        set_flen(READ_FAILED);
+    st_lwKey *key = needed(newRecord<st_lwKey>());
+    if (key == nullptr)
         return nullptr;
-    }
     key->time = getF4(file);
     key->value = getF4(file);
     prependRecord(&envelope->keys, key);
@@ -73,59 +70,73 @@ static void readSpan(std::FILE *file, int length, st_lwKey *key) {
     storeParameters(key, param, count);
 }
 
-static void readChannelFilter(std::FILE *file, int length, st_lwEnvelope *envelope) {
-    st_lwPlugin *filter = getFilter(file, length);
-    if (filter == nullptr)
-        return;
-    prependRecord(&envelope->cfilters, filter);
-    envelope->cfilterCount++;
-}
-
 // key is the one read last, null before the first.
 static void readSubChunk(std::FILE *file, unsigned int id, int length, st_lwEnvelope *envelope,
                          st_lwKey **key) {
     switch (id) {
     case lwID("TYPE"): envelope->type = getCode(file); break;
-    case lwID("NAME"): replaceString(&envelope->name, getS0(file)); break;
+    case lwID("NAME"): replaceOwned(&envelope->name, getS0(file)); break;
     case lwID("PRE "): envelope->behavior[0] = getCode(file); break;
     case lwID("POST"): envelope->behavior[1] = getCode(file); break;
     case lwID("KEY "): *key = readKey(file, envelope); break;
     case lwID("SPAN"): readSpan(file, length, *key); break;
-    case lwID("CHAN"): readChannelFilter(file, length, envelope); break;
+    case lwID("CHAN"):
+        readFilter(file, length, &envelope->cfilters, &envelope->cfilterCount);
+        break;
     default: break;
     }
 }
 
-// What a key is sorted by. A time that is not a number compares equal to all others, so that its
-// key stays behind the latest of those that came before it.
-struct st_keyOrder {
-    float time;
-    float latest; // of this key and those before it
-};
-
-static st_keyOrder nextOrder(const st_lwKey *key, st_keyOrder before) {
-    bool first = key->prev == nullptr;
-    float latest = first ? -std::numeric_limits<float>::infinity() : before.latest;
-    float time = std::isnan(key->time) ? latest : key->time;
-    return {time, std::max(time, latest)};
+// Takes the keys out of a list whose time is no number, the latest first. Such a time compares
+// equal to all others, so that its key stays behind the latest of those that came before it: prev
+// says which that is, null for none.
+static st_lwKey *takeTimeless(st_lwKey **keys) {
+    st_lwKey *taken = nullptr;
+    st_lwKey *latest = nullptr;
+    while (*keys != nullptr) {
+        st_lwKey *key = *keys;
+        if (!std::isnan(key->time)) {
+            if (latest == nullptr || compare_keys(key, latest) >= 0)
+                latest = key;
+            keys = &key->next;
+            continue;
+        }
+        *keys = key->next;
+        key->next = taken;
+        key->prev = latest;
+        taken = key;
+    }
+    return taken;
 }
 
-static bool isEarlier(st_keyOrder a, st_keyOrder b) {
-    return a.time < b.time;
+// Sorts the keys, which stand in the order of the file.
+static void sortKeys(st_lwKey **keys) {
+    st_lwKey *timeless = takeTimeless(keys);
+    sortRecords(keys, compare_keys);
+    while (timeless != nullptr) {
+        st_lwKey *key = timeless;
+        timeless = key->next;
+        key->next = key->prev == nullptr ? *keys : key->prev->next;
+        (key->prev == nullptr ? *keys : key->prev->next) = key;
+        if (key->next != nullptr)
+            key->next->prev = key;
+    }
 }
 
 st_lwEnvelope *lwGetEnvelope(std::FILE *file, int cksize) {
-    st_lwEnvelope *envelope = static_cast<st_lwEnvelope *>(std::calloc(1, sizeof(st_lwEnvelope)));
+    st_lwEnvelope *envelope = newRecord<st_lwEnvelope>();
     if (envelope == nullptr)
         return nullptr;
     st_subChunks subs = beginSubChunks(file, cksize, OVERRUN_FAILS);
+    set_flen(0);
     envelope->index = getVX(file);
     st_lwKey *key = nullptr;
     while (nextSubChunk(&subs))
         readSubChunk(file, subs.id, subs.length, envelope, &key);
     reverseRecords(&envelope->cfilters);
-    bool sorted = sortRecords(&envelope->keys, envelope->keyCount, nextOrder, isEarlier);
-    if (subs.failed || !sorted) {
+    reverseRecords(&envelope->keys);
+    sortKeys(&envelope->keys);
+    if (subs.failed) {
         lwFreeEnvelope(envelope);
         return nullptr;
     }

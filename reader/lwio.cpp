@@ -1,9 +1,10 @@
 // Numbers, strings and blocks as they stand in an object file: big-endian, strings and
 // indices of even length. Every reader adds what it consumed to flen, which is also the one
 // error flag: READ_FAILED makes all readers do nothing until the next set_flen.
-#include "reader/chunks.h"
-#include "reader/largePages.h"
-#include "reader/lwo2.h"
+#include "reader/lwio.h"
+
+#include "reader/decode.h"
+#include "reader/largeArrays.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -11,61 +12,36 @@
 
 static int flen;
 
-// First byte of an index that takes four bytes instead of two.
-constexpr unsigned char WIDE_INDEX = 0xFF;
-
 // Zero bytes that getbytes leaves after a block: a string in it ends there at the latest, and
 // the pad byte of an odd one can be read.
 constexpr int BLOCK_MARGIN = 2;
 
 // Blocks up to this size are read without asking first whether the file holds them: finding its
 // end takes longer than reading so little.
-constexpr int SMALL_BLOCK = 0x10000;
+constexpr int SMALL_BLOCK = 0x2000;
 
 // ------------------------------------------------------------------- shared steps
 
-static void countBytes(int size) {
+// False, and READ_FAILED, for more bytes than the counter can say.
+static bool countBytes(int size) {
     long long sum = static_cast<long long>(flen) + size;
     bool fits = sum > READ_FAILED && sum <= INT32_MAX;
     flen = fits ? static_cast<int>(sum) : READ_FAILED;
+    return fits;
 }
 
 static bool readExactly(std::FILE *file, void *buffer, int size) {
     if (flen == READ_FAILED)
         return false;
     std::size_t wanted = static_cast<std::size_t>(size);
-    if (std::fread(buffer, 1, wanted, file) != wanted) {
-        flen = READ_FAILED;
-        return false;
-    }
-    countBytes(size);
-    return true;
-}
-
-static unsigned int decodeNumber(const unsigned char *bytes, int size) {
-    unsigned int value = 0;
-    for (int i = 0; i < size; i++)
-        value = value << 8 | bytes[i];
-    return value;
-}
-
-static int indexSize(unsigned char firstByte) {
-    return firstByte == WIDE_INDEX ? 4 : 2;
-}
-
-static int decodeIndex(const unsigned char *bytes) {
-    bool wide = bytes[0] == WIDE_INDEX;
-    return static_cast<int>(wide ? decodeNumber(bytes + 1, 3) : decodeNumber(bytes, 2));
+    if (std::fread(buffer, 1, wanted, file) == wanted)
+        return countBytes(size);
+    flen = READ_FAILED;
+    return false;
 }
 
 static int signedByte(unsigned int value) {
     return value > 127 ? static_cast<int>(value) - 256 : static_cast<int>(value);
-}
-
-static float decodeFloat(unsigned int bits) {
-    float value = 0.0F;
-    std::memcpy(&value, &bits, sizeof value);
-    return value;
 }
 
 // Bytes from the file's position to its end; negative past the end, or where the file cannot
@@ -78,8 +54,8 @@ static long bytesLeft(std::FILE *file) {
     return std::fseek(file, position, SEEK_SET) == 0 ? end - position : -1;
 }
 
-bool fileHolds(std::FILE *file, int size) {
-    return size <= bytesLeft(file);
+bool fileMayHold(std::FILE *file, int size) {
+    return size <= SMALL_BLOCK || size <= bytesLeft(file);
 }
 
 // ------------------------------------------------------------------- the counter
@@ -99,13 +75,11 @@ int get_flen() {
 static char *allocateBlock(std::FILE *file, int size) {
     if (size < 0)
         return nullptr;
-    long left = size > SMALL_BLOCK ? bytesLeft(file) : size;
-    if (size > left) {
-        std::fseek(file, std::max(left, 0L), SEEK_CUR);
+    if (!fileMayHold(file, size)) {
+        std::fseek(file, std::max(bytesLeft(file), 0L), SEEK_CUR);
         return nullptr;
     }
-    char *block = static_cast<char *>(std::malloc(static_cast<std::size_t>(size) + BLOCK_MARGIN));
-    preferLargePages(block, static_cast<std::size_t>(size));
+    char *block = static_cast<char *>(allocArray(static_cast<std::size_t>(size) + BLOCK_MARGIN, 1));
     if (block != nullptr)
         std::memset(block + size, 0, BLOCK_MARGIN);
     return block;
@@ -135,37 +109,42 @@ void skipbytes(std::FILE *file, int count) {
         countBytes(count);
 }
 
-static unsigned int readNumber(std::FILE *file, int size) {
-    unsigned char bytes[4] = {};
-    return readExactly(file, bytes, size) ? decodeNumber(bytes, size) : 0;
+// The bytes of a number; 0 where they cannot be read.
+struct st_bytes {
+    unsigned char bytes[4];
+};
+
+static st_bytes readBytes(std::FILE *file, int size) {
+    st_bytes read = {};
+    return readExactly(file, read.bytes, size) ? read : st_bytes{};
 }
 
 int getI1(std::FILE *file) {
-    return signedByte(readNumber(file, 1));
+    return signedByte(getU1(file));
 }
 
 int getI2(std::FILE *file) {
-    return static_cast<std::int16_t>(readNumber(file, 2));
+    return static_cast<std::int16_t>(getU2(file));
 }
 
 int getI4(std::FILE *file) {
-    return static_cast<int>(readNumber(file, 4));
+    return static_cast<int>(getU4(file));
 }
 
 unsigned int getU1(std::FILE *file) {
-    return readNumber(file, 1);
+    return readBytes(file, 1).bytes[0];
 }
 
 unsigned int getU2(std::FILE *file) {
-    return readNumber(file, 2);
+    return decodeU2(readBytes(file, 2).bytes);
 }
 
 unsigned int getU4(std::FILE *file) {
-    return readNumber(file, 4);
+    return decodeU4(readBytes(file, 4).bytes);
 }
 
 float getF4(std::FILE *file) {
-    return decodeFloat(readNumber(file, 4));
+    return decodeF4(readBytes(file, 4).bytes);
 }
 
 // A byte past the end of the file is 0.
@@ -178,7 +157,7 @@ int getVX(std::FILE *file) {
     if (flen == READ_FAILED)
         return 0;
     unsigned char bytes[4] = {nextByte(file)};
-    int size = indexSize(bytes[0]);
+    int size = sizeOfVX(bytes[0]);
     for (int i = 1; i < size; i++)
         bytes[i] = nextByte(file);
     // Deliberately the error indicator alone: the end of the file is left to the caller.
@@ -186,8 +165,7 @@ int getVX(std::FILE *file) {
         flen = READ_FAILED;
         return 0;
     }
-    countBytes(size);
-    return decodeIndex(bytes);
+    return countBytes(size) ? decodeVX(bytes) : 0;
 }
 
 // Bytes up to and including the next zero; 0 when the file ends first.
@@ -232,58 +210,50 @@ char *getS0(std::FILE *file) {
 
 // ---------------------------------------------------------------- from memory
 
-// Decodes a number in place; the caller decides whether the cursor moves.
-static unsigned int peekNumber(unsigned char *const *cursor, int size) {
-    if (flen == READ_FAILED)
-        return 0;
-    countBytes(size);
-    return decodeNumber(*cursor, size);
+// The bytes of a number, counted; zeros while reading fails. The caller decides whether the cursor
+// moves.
+static const unsigned char *peekBytes(unsigned char *const *cursor, int size) {
+    static const unsigned char zeros[4] = {};
+    return flen != READ_FAILED && countBytes(size) ? *cursor : zeros;
 }
 
-static unsigned int takeNumber(unsigned char **cursor, int size) {
-    if (flen == READ_FAILED)
-        return 0;
-    unsigned int value = peekNumber(cursor, size);
-    *cursor += size;
-    return value;
+static const unsigned char *takeBytes(unsigned char **cursor, int size) {
+    const unsigned char *bytes = peekBytes(cursor, size);
+    if (bytes == *cursor)
+        *cursor += size;
+    return bytes;
 }
 
 int sgetI1(unsigned char **cursor) {
-    return signedByte(peekNumber(cursor, 1));
+    return signedByte(sgetU1(cursor));
 }
 
 int sgetI2(unsigned char **cursor) {
-    return static_cast<std::int16_t>(takeNumber(cursor, 2));
+    return static_cast<std::int16_t>(sgetU2(cursor));
 }
 
 int sgetI4(unsigned char **cursor) {
-    return static_cast<int>(takeNumber(cursor, 4));
+    return static_cast<int>(sgetU4(cursor));
 }
 
 unsigned int sgetU1(unsigned char **cursor) {
-    return peekNumber(cursor, 1);
+    return *peekBytes(cursor, 1);
 }
 
 unsigned int sgetU2(unsigned char **cursor) {
-    return takeNumber(cursor, 2);
+    return decodeU2(takeBytes(cursor, 2));
 }
 
 unsigned int sgetU4(unsigned char **cursor) {
-    return takeNumber(cursor, 4);
+    return decodeU4(takeBytes(cursor, 4));
 }
 
 float sgetF4(unsigned char **cursor) {
-    return decodeFloat(takeNumber(cursor, 4));
+    return decodeF4(takeBytes(cursor, 4));
 }
 
 int sgetVX(unsigned char **cursor) {
-    if (flen == READ_FAILED)
-        return 0;
-    int index = decodeIndex(*cursor);
-    int size = indexSize(**cursor);
-    *cursor += size;
-    countBytes(size);
-    return index;
+    return flen == READ_FAILED ? 0 : decodeVX(takeBytes(cursor, sizeOfVX(**cursor)));
 }
 
 char *sgetS0(unsigned char **cursor) {
@@ -291,17 +261,16 @@ char *sgetS0(unsigned char **cursor) {
         return nullptr;
     std::size_t count = std::strlen(reinterpret_cast<const char *>(*cursor)) + 1;
     std::size_t padded = count + count % 2;
-    char *text = nullptr;
-    if (count > 1) {
-        text = static_cast<char *>(std::malloc(padded));
-        if (text == nullptr) {
-            flen = READ_FAILED;
-            return nullptr;
-        }
-        std::memcpy(text, *cursor, padded);
+    char *text = count > 1 ? static_cast<char *>(std::malloc(padded)) : nullptr;
+    if ((count > 1 && text == nullptr) || padded > INT32_MAX ||
+        !countBytes(static_cast<int>(padded))) {
+        std::free(text);
+        flen = READ_FAILED;
+        return nullptr;
     }
+    if (text != nullptr)
+        std::memcpy(text, *cursor, padded);
     *cursor += padded;
-    countBytes(static_cast<int>(padded));
     return text;
 }
 

@@ -1,12 +1,17 @@
 // Surfaces of the older layout: a flat row of sub-chunks, in which texture parameters belong to
 // the texture named last and names of images make up clips. All of it ends in the records of
 // the newer layout.
-#include "reader/chunks.h"
+#include "reader/lwobSurface.h"
+
+#include "reader/clip.h"
 #include "reader/lwo2.h"
+#include "reader/records.h"
+#include "reader/subChunks.h"
+#include "reader/texture.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 
 constexpr float PERCENT = 0.00390625F; // 1 / 256: the unit of the two-byte amounts
 constexpr double BYTE_FULL = 255.0;    // full intensity of a colour byte
@@ -39,8 +44,7 @@ enum lwTextureFlag {
 // A surface while it is read.
 struct st_oldSurface {
     st_lwSurface *surface;
-    st_lwObject *object;   // gets the clips and the envelopes
-    st_oldTails *tails;    // of their lists
+    st_reading *reading;   // whose object gets the clips and the envelopes
     st_lwTexture *texture; // what texture parameters go to; never null
     st_lwPlugin *shader;   // what shader data goes to; null before the first shader
 };
@@ -48,7 +52,7 @@ struct st_oldSurface {
 // ------------------------------------------------------------------------ envelopes
 
 static st_lwKey *addLinearKey(st_lwEnvelope *envelope, float time, float value) {
-    st_lwKey *key = static_cast<st_lwKey *>(std::calloc(1, sizeof(st_lwKey)));
+    st_lwKey *key = newRecord<st_lwKey>();
     if (key == nullptr)
         return nullptr;
     key->time = time;
@@ -61,7 +65,7 @@ static st_lwKey *addLinearKey(st_lwEnvelope *envelope, float time, float value) 
 
 // One coordinate of a texture centre that moves evenly for ever. Null without memory.
 static st_lwEnvelope *newMotion(int axis, int index, float position, float velocity) {
-    st_lwEnvelope *envelope = static_cast<st_lwEnvelope *>(std::calloc(1, sizeof(st_lwEnvelope)));
+    st_lwEnvelope *envelope = newRecord<st_lwEnvelope>();
     if (envelope == nullptr)
         return nullptr;
     double later =
@@ -137,11 +141,9 @@ static void readTexture(std::FILE *file, int length, st_lwTexture **list, st_old
     char *name = static_cast<char *>(getbytes(file, length));
     if (name == nullptr)
         return;
-    st_lwTexture *texture = get_texture(name);
-    if (texture == nullptr) {
-        set_flen(READ_FAILED);
+    st_lwTexture *texture = needed(get_texture(name));
+    if (texture == nullptr)
         return;
-    }
     prependRecord(list, texture);
     old->texture = texture;
 }
@@ -187,9 +189,9 @@ static void readVelocity(std::FILE *file, st_oldSurface *old) {
     float velocity[3];
     getVector(file, velocity);
     st_lwEnvVector *center = &old->texture->tmap.center;
-    st_lwObject *object = old->object;
+    st_lwObject *object = old->reading->object;
     // The list from its last record on, so that it is not walked for each velocity.
-    st_lwEnvelope **last = &old->tails->envelope;
+    st_lwEnvelope **last = &old->reading->envelope;
     st_lwEnvelope **list = *last == nullptr ? &object->envelopes : last;
     center->envelope = add_tvel(center->value, velocity, list, &object->envelopeCount);
     for (st_lwEnvelope *envelope = *list; envelope != nullptr; envelope = envelope->next)
@@ -213,7 +215,7 @@ static void readAntialiasing(std::FILE *file, st_lwImageMap *map) {
 }
 
 static void readReference(std::FILE *file, int length, st_lwTMap *tmap) {
-    replaceString(&tmap->refObject, static_cast<char *>(getbytes(file, length)));
+    replaceOwned(&tmap->refObject, static_cast<char *>(getbytes(file, length)));
 }
 
 // -------------------------------------------------------------------- images, shaders
@@ -243,8 +245,8 @@ static int readImage(std::FILE *file, const st_oldSurface *old) {
         return 0;
     }
     setClipSource(clip, name);
-    clip->index = old->object->surfaceCount;
-    appendRecord(&old->object->clips, &old->tails->clip, clip);
+    clip->index = old->reading->object->surfaceCount;
+    appendRecord(&old->reading->object->clips, &old->reading->clip, clip);
     return clip->index;
 }
 
@@ -254,11 +256,9 @@ static void readReflectionImage(std::FILE *file, st_oldSurface *old) {
 }
 
 static void readShader(std::FILE *file, int length, st_oldSurface *old) {
-    st_lwPlugin *shader = static_cast<st_lwPlugin *>(std::calloc(1, sizeof(st_lwPlugin)));
-    if (shader == nullptr) {
-        set_flen(READ_FAILED);
+    st_lwPlugin *shader = needed(newRecord<st_lwPlugin>());
+    if (shader == nullptr)
         return;
-    }
     shader->name = static_cast<char *>(getbytes(file, length));
     prependRecord(&old->surface->shaders, shader);
     old->surface->shaderCount++;
@@ -268,7 +268,7 @@ static void readShader(std::FILE *file, int length, st_oldSurface *old) {
 // Data before any shader is skipped.
 static void readShaderData(std::FILE *file, int length, st_oldSurface *old) {
     if (old->shader != nullptr)
-        replaceBlock(&old->shader->data, getbytes(file, length));
+        replaceOwned(&old->shader->data, getbytes(file, length));
 }
 
 // ---------------------------------------------------------------------- the surface
@@ -371,14 +371,15 @@ static void reverseLists(st_lwSurface *surface) {
         reverseRecords(textures);
 }
 
-st_lwSurface *getOldSurface(std::FILE *file, int size, st_lwObject *object, st_oldTails *tails) {
+st_lwSurface *readOldSurface(std::FILE *file, int size, st_reading *reading) {
     st_lwSurface *surface = lwDefaultSurface();
     if (surface == nullptr)
         return nullptr;
     // Takes the parameters that come before any texture.
     st_lwTexture scratch = {};
-    st_oldSurface old = {surface, object, tails, &scratch, nullptr};
+    st_oldSurface old = {surface, reading, &scratch, nullptr};
     st_subChunks subs = beginSubChunks(file, size, OVERRUN_ALLOWED);
+    set_flen(0);
     surface->name = getS0(file);
     while (nextSubChunk(&subs))
         readSubChunk(file, subs.id, subs.length, &old);
@@ -392,6 +393,7 @@ st_lwSurface *getOldSurface(std::FILE *file, int size, st_lwObject *object, st_o
 }
 
 st_lwSurface *lwGetSurface5(std::FILE *file, int size, st_lwObject *object) {
-    st_oldTails tails = {};
-    return getOldSurface(file, size, object, &tails);
+    st_reading reading = {};
+    reading.object = object;
+    return readOldSurface(file, size, &reading);
 }

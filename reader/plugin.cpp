@@ -1,12 +1,11 @@
 // Plugins: a name, some flags and data that only their maker understands.
-#include "reader/chunks.h"
 #include "reader/lwo2.h"
-
-#include <cstdlib>
+#include "reader/records.h"
+#include "reader/subChunks.h"
 
 static void readServer(std::FILE *file, int length, st_lwPlugin *shader) {
-    replaceString(&shader->name, getS0(file));
-    replaceBlock(&shader->data, getRest(file, length));
+    replaceOwned(&shader->name, getS0(file));
+    replaceOwned(&shader->data, getRest(file, length));
 }
 
 // Looks for ENAB in the header of a shader block. The size counts the payloads of its
@@ -30,10 +29,11 @@ static void scanHeader(std::FILE *file, int size, st_lwPlugin *shader) {
 }
 
 st_lwPlugin *lwGetShader(std::FILE *file, int bloksz) {
-    st_lwPlugin *shader = static_cast<st_lwPlugin *>(std::calloc(1, sizeof(st_lwPlugin)));
+    st_lwPlugin *shader = newRecord<st_lwPlugin>();
     if (shader == nullptr)
         return nullptr;
     st_subChunks subs = beginSubChunks(file, bloksz, OVERRUN_ALLOWED);
+    set_flen(0);
     int headerSize = getCode(file);
     shader->ordinal = getS0(file);
     scanHeader(file, headerSize, shader);

@@ -1,7 +1,7 @@
 // The geometry of a layer: points, polygons and the tags that name their surfaces, read into
 // arrays that grow from chunk to chunk.
-#include "reader/chunks.h"
-#include "reader/largePages.h"
+#include "reader/decode.h"
+#include "reader/largeArrays.h"
 #include "reader/lwo2.h"
 
 #include <algorithm>
@@ -52,42 +52,40 @@ void lwFreeTags(st_lwTagList *tagList) {
     *tagList = {};
 }
 
-// Arrays have room for the next power of two, so that a file of many small chunks does not move
-// them for each. The room follows from the count alone: it need not be kept. What is never
-// written of it takes no memory.
-static std::size_t roomFor(int count) {
-    std::size_t room = 1;
-    while (room < static_cast<std::size_t>(count))
-        room *= 2;
-    return room;
-}
+// ------------------------------------------------------------------------- growing
 
-// Grows an array by records that are yet to be written; null, and the array as it was, without
-// memory. There is room for one record even in an empty array, so that null has no other meaning.
-static void *growArray(void *array, int count, int added, std::size_t recordSize) {
-    if (added > INT32_MAX - count)
-        return nullptr;
-    std::size_t room = roomFor(count + added);
-    bool fits = array != nullptr && room == roomFor(count);
-    if (fits)
+// Makes room in an array for records behind the count that it holds, at least twice as much as
+// before, so that a file of many small chunks does not move it for each: the array or, moved, a
+// larger one. Null, and the array and its capacity as they were, without memory.
+static void *makeRoom(void *array, int count, int *capacity, int added, std::size_t recordSize) {
+    long long needed = static_cast<long long>(count) + std::max(added, 1);
+    if (array != nullptr && needed <= *capacity)
         return array;
-    void *grown = std::realloc(array, room * recordSize);
-    preferLargePages(grown, room * recordSize);
+    long long room = std::min<long long>(std::max(needed, 2LL * *capacity), INT32_MAX);
+    if (needed > INT32_MAX)
+        return nullptr;
+    void *grown = growArray(array, static_cast<std::size_t>(count), static_cast<std::size_t>(room),
+                            recordSize);
+    if (grown != nullptr)
+        *capacity = static_cast<int>(room);
     return grown;
 }
 
+// Appends zeroed points.
 static bool growPoints(st_lwPointList *list, int added) {
-    void *points = growArray(list->points, list->count, added, sizeof(st_lwPoint));
+    void *points = makeRoom(list->points, list->count, &list->capacity, added, sizeof(st_lwPoint));
     if (points == nullptr)
         return false;
     list->points = static_cast<st_lwPoint *>(points);
     list->offset = list->count;
     list->count += added;
+    std::fill(list->points + list->offset, list->points + list->count, st_lwPoint{});
     return true;
 }
 
+// Appends tags without a string.
 static bool growTags(st_lwTagList *list, int added) {
-    void *tags = growArray(list->tags, list->count, added, sizeof(char *));
+    void *tags = makeRoom(list->tags, list->count, &list->capacity, added, sizeof(char *));
     if (tags == nullptr)
         return false;
     list->tags = static_cast<char **>(tags);
@@ -97,57 +95,54 @@ static bool growTags(st_lwTagList *list, int added) {
     return true;
 }
 
-// Points polygons at their vertices, which begin where those of the first one do.
-static void pointAtVertices(st_lwPolygon *polygons, int count) {
-    for (int i = 1; i < count; i++)
-        polygons[i].vertices = polygons[i - 1].vertices + polygons[i - 1].vertexCount;
-}
-
-// Whether the vertices lie where the last of the polygons believes them.
-static bool areAtVertices(const st_lwPolygon *polygons, int count, int vertexCount) {
-    const st_lwPolygon *last = &polygons[count - 1];
-    return last->vertices + last->vertexCount == polygons[0].vertices + vertexCount;
-}
-
-bool growPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices) {
-    int oldCount = polygonList->count;
-    int oldVertexCount = polygonList->vertexCount;
-    // Without any polygon there is none to own the vertices.
-    if (oldCount > 0 || npolygons > 0) {
-        st_lwPolygonVertex *old = oldCount == 0 ? nullptr : polygonList->polygons[0].vertices;
-        void *polygons =
-            growArray(polygonList->polygons, oldCount, npolygons, sizeof(st_lwPolygon));
-        if (polygons == nullptr)
-            return false;
-        polygonList->polygons = static_cast<st_lwPolygon *>(polygons);
-        polygonList->polygons[0].vertices = old;
-        void *vertices = growArray(old, oldVertexCount, nvertices, sizeof(st_lwPolygonVertex));
-        if (vertices == nullptr)
-            return false;
-        polygonList->polygons[0].vertices = static_cast<st_lwPolygonVertex *>(vertices);
+// Points all polygons at their vertices but the first, which owns them.
+static void putInPlace(st_lwPolygonList *list) {
+    for (int i = 1; i < list->count; i++) {
+        const st_lwPolygon *before = &list->polygons[i - 1];
+        list->polygons[i].vertices = before->vertices + before->vertexCount;
     }
-    polygonList->offset = oldCount;
-    polygonList->count += npolygons;
-    polygonList->vertexOffset = oldVertexCount;
-    polygonList->vertexCount += nvertices;
-    if (oldCount > 1 && !areAtVertices(polygonList->polygons, oldCount, oldVertexCount))
-        pointAtVertices(polygonList->polygons, oldCount);
+}
+
+// Whether the last polygon points at the last vertices.
+static bool isInPlace(const st_lwPolygonList *list) {
+    const st_lwPolygon *last = &list->polygons[std::max(list->count, 1) - 1];
+    return list->count < 2 ||
+           last->vertices == list->polygons[0].vertices + (list->vertexCount - last->vertexCount);
+}
+
+// Makes room for polygons, and in polygon 0, whether there is one yet or not, for vertices.
+static bool makePolygonRoom(st_lwPolygonList *list, int npolygons, int nvertices) {
+    st_lwPolygonVertex *vertices = list->polygons == nullptr ? nullptr : list->polygons[0].vertices;
+    void *polygons =
+        makeRoom(list->polygons, list->count, &list->capacity, npolygons, sizeof(st_lwPolygon));
+    if (polygons == nullptr)
+        return false;
+    list->polygons = static_cast<st_lwPolygon *>(polygons);
+    list->polygons[0].vertices = vertices;
+    int oldCapacity = list->vertexCapacity;
+    void *grown = makeRoom(vertices, list->vertexCount, &list->vertexCapacity, nvertices,
+                           sizeof(st_lwPolygonVertex));
+    if (grown == nullptr)
+        return false;
+    list->polygons[0].vertices = static_cast<st_lwPolygonVertex *>(grown);
+    if (list->vertexCapacity != oldCapacity || !isInPlace(list))
+        putInPlace(list);
     return true;
 }
 
 int lwAllocPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices) {
-    bool first = polygonList->count == 0;
-    if (!growPolygons(polygonList, npolygons, nvertices))
+    if (!makePolygonRoom(polygonList, npolygons, nvertices))
         return 0;
-    if (polygonList->count == 0)
-        return 1;
     st_lwPolygonVertex *vertices = polygonList->polygons[0].vertices;
+    polygonList->offset = polygonList->count;
+    polygonList->count += npolygons;
+    polygonList->vertexOffset = polygonList->vertexCount;
+    polygonList->vertexCount += nvertices;
     std::fill(polygonList->polygons + polygonList->offset,
               polygonList->polygons + polygonList->count, st_lwPolygon{});
     std::fill(vertices + polygonList->vertexOffset, vertices + polygonList->vertexCount,
               st_lwPolygonVertex{});
-    if (first)
-        polygonList->polygons[0].vertices = vertices;
+    polygonList->polygons[0].vertices = vertices;
     return 1;
 }
 
@@ -157,24 +152,22 @@ int lwGetPoints(std::FILE *file, int size, st_lwPointList *pointList) {
     // Deliberate: the odd byte stays where it is.
     if (size == 1)
         return 1;
+    bool grown = size >= 0 && fileMayHold(file, size) && growPoints(pointList, size / POINT_SIZE);
     unsigned char *block = static_cast<unsigned char *>(getbytes(file, size));
-    if (block == nullptr || !growPoints(pointList, size / POINT_SIZE)) {
+    if (!grown || block == nullptr) {
         std::free(block);
         return 0;
     }
-    unsigned char *cursor = block;
-    for (int i = pointList->offset; i < pointList->count; i++) {
-        st_lwPoint point = {};
-        for (float &coordinate : point.position)
+    const unsigned char *cursor = block;
+    for (int i = pointList->offset; i < pointList->count; i++)
+        for (float &coordinate : pointList->points[i].position)
             coordinate = takeF4(&cursor);
-        pointList->points[i] = point;
-    }
     std::free(block);
     return 1;
 }
 
 // Counts what a POLS chunk holds; false when its last polygon is cut short.
-static bool countPolygons(unsigned char *cursor, const unsigned char *end, int *npolygons,
+static bool countPolygons(const unsigned char *cursor, const unsigned char *end, int *npolygons,
                           int *nvertices) {
     while (cursor < end) {
         if (end - cursor < 2)
@@ -189,32 +182,31 @@ static bool countPolygons(unsigned char *cursor, const unsigned char *end, int *
     return true;
 }
 
-// Reads the polygons that growPolygons has just made room for.
-static void readPolygons(unsigned char *cursor, unsigned int type, st_lwPolygonList *list,
+static void readPolygons(const unsigned char *cursor, unsigned int type, st_lwPolygonList *list,
                          int pointOffset) {
     st_lwPolygonVertex *vertex = list->polygons[0].vertices + list->vertexOffset;
     for (int i = list->offset; i < list->count; i++) {
+        st_lwPolygon *polygon = &list->polygons[i];
         unsigned int word = takeU2(&cursor);
-        st_lwPolygon polygon = {};
-        polygon.vertexCount = static_cast<int>(word & VERTEX_COUNT_MASK);
-        polygon.flags = static_cast<int>(word & FLAGS_MASK);
-        polygon.type = type;
-        polygon.vertices = vertex;
-        list->polygons[i] = polygon;
-        for (int j = 0; j < polygon.vertexCount; j++)
-            *vertex++ = {takeVX(&cursor) + pointOffset, {}, 0, nullptr};
+        polygon->vertexCount = static_cast<int>(word & VERTEX_COUNT_MASK);
+        polygon->flags = static_cast<int>(word & FLAGS_MASK);
+        polygon->type = type;
+        if (polygon->vertices == nullptr)
+            polygon->vertices = vertex;
+        for (int j = 0; j < polygon->vertexCount; j++)
+            polygon->vertices[j].index = takeVX(&cursor) + pointOffset;
+        vertex += polygon->vertexCount;
     }
 }
 
-static bool appendPolygons(unsigned char *block, int size, unsigned int type,
+static bool appendPolygons(const unsigned char *block, int size, unsigned int type,
                            st_lwPolygonList *list, int pointOffset) {
     int npolygons = 0;
     int nvertices = 0;
     if (!countPolygons(block, block + size, &npolygons, &nvertices) ||
-        !growPolygons(list, npolygons, nvertices))
+        lwAllocPolygons(list, npolygons, nvertices) == 0)
         return false;
-    if (npolygons > 0)
-        readPolygons(block, type, list, pointOffset);
+    readPolygons(block, type, list, pointOffset);
     return true;
 }
 
@@ -276,14 +268,14 @@ static void storeTag(st_lwPolygon *polygon, unsigned int type, int tag) {
 
 // Stores the pairs of a chunk. Returns where it stopped: at the end or at a pair that is cut short
 // or for a polygon outside the list.
-static unsigned char *storeTags(unsigned char *cursor, const unsigned char *end, unsigned int type,
-                                const st_lwTagList *tagList, st_lwPolygonList *polygonList) {
+static const unsigned char *storeTags(const unsigned char *cursor, const unsigned char *end,
+                                      unsigned int type, const st_lwTagList *tagList,
+                                      st_lwPolygonList *polygonList) {
     while (cursor < end) {
-        unsigned char *pair = cursor;
-        bool whole = skipVX(&cursor, end);
-        if (!whole || !skipVX(&cursor, end))
+        const unsigned char *pair = cursor;
+        if (!skipVX(&cursor, end) || !skipVX(&cursor, end))
             return pair;
-        unsigned char *index = pair;
+        const unsigned char *index = pair;
         int polygon = takeVX(&index) + polygonList->offset;
         int tag = takeVX(&index) + tagList->offset;
         if (polygon >= polygonList->count)

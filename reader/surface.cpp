@@ -1,11 +1,12 @@
 // Surfaces: the shading attributes of a SURF chunk, its textures and its shaders.
-#include "reader/chunks.h"
 #include "reader/lwo2.h"
+#include "reader/records.h"
+#include "reader/subChunks.h"
 
-#include <cstdlib>
+#include <initializer_list>
 
 st_lwSurface *lwDefaultSurface() {
-    st_lwSurface *surface = static_cast<st_lwSurface *>(std::calloc(1, sizeof(st_lwSurface)));
+    st_lwSurface *surface = newRecord<st_lwSurface>();
     if (surface == nullptr)
         return nullptr;
     for (float &component : surface->color.rgb)
@@ -126,31 +127,18 @@ static void getAlpha(std::FILE *file, st_lwSurface *surface) {
     surface->alpha = getF4(file);
 }
 
-// Textures and shaders are sorted by their ordinals.
-template <typename Record> static const char *nextOrdinal(const Record *record, const char *) {
-    return record->ordinal;
-}
-
-static bool isBefore(const char *a, const char *b) {
-    return compareStrings(a, b) < 0;
-}
-
-template <typename Record> static bool sortByOrdinal(Record **list) {
-    int count = 0;
-    for (const Record *record = *list; record != nullptr; record = record->next)
-        count++;
-    return sortRecords(list, count, nextOrdinal<Record>, isBefore);
-}
-
-static bool sortLists(st_lwSurface *surface) {
-    bool sorted = sortByOrdinal(&surface->shaders);
+// The lists have grown at the front.
+static void sortLists(st_lwSurface *surface) {
+    reverseRecords(&surface->shaders);
+    sortRecords(&surface->shaders, compare_shaders);
     for (st_lwTexture **textures :
          {&surface->color.textures, &surface->luminosity.textures, &surface->diffuse.textures,
           &surface->specularity.textures, &surface->glossiness.textures,
           &surface->reflection.textures, &surface->transparency.textures, &surface->eta.textures,
-          &surface->translucency.textures, &surface->bump.textures})
-        sorted = sortByOrdinal(textures) && sorted;
-    return sorted;
+          &surface->translucency.textures, &surface->bump.textures}) {
+        reverseRecords(textures);
+        sortRecords(textures, compare_textures);
+    }
 }
 
 static void readSubChunk(std::FILE *file, unsigned int id, int length, st_lwSurface *surface) {
@@ -190,12 +178,13 @@ st_lwSurface *lwGetSurface(std::FILE *file, int cksize) {
     if (surface == nullptr)
         return nullptr;
     st_subChunks subs = beginSubChunks(file, cksize, OVERRUN_ALLOWED);
+    set_flen(0);
     surface->name = getS0(file);
     surface->srcName = getS0(file);
     while (nextSubChunk(&subs))
         readSubChunk(file, subs.id, subs.length, surface);
-    bool sorted = sortLists(surface);
-    if (subs.failed || !sorted) {
+    sortLists(surface);
+    if (subs.failed) {
         lwFreeSurface(surface);
         return nullptr;
     }

@@ -1,10 +1,11 @@
 // From tags to surfaces: each polygon's tag index becomes the surface of that name. Names are
 // compared once for the whole object, by sorting them, however many layers and polygons it has.
-#include "reader/chunks.h"
+#include "reader/tagSurfaces.h"
+
 #include "reader/lwo2.h"
+#include "reader/records.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 // A tag, or the nameless one behind the last.
 struct st_tagSlot {
@@ -83,7 +84,7 @@ static bool indexNames(st_tagSurfaces *tagSurfaces) {
 
 st_tagSurfaces *beginTagSurfaces(st_lwTagList *tagList, st_lwSurface **surfaces,
                                  int *surfaceCount) {
-    st_tagSurfaces *made = static_cast<st_tagSurfaces *>(std::calloc(1, sizeof(st_tagSurfaces)));
+    st_tagSurfaces *made = newRecord<st_tagSurfaces>();
     if (made == nullptr)
         return nullptr;
     std::size_t slots = static_cast<std::size_t>(tagList->count) + 1;

@@ -1,16 +1,18 @@
 // Surface textures: a BLOK of type IMAP, PROC or GRAD. The block's header (ordinal, channel,
 // opacity) comes first, then the sub-chunks of its type, one of which, TMAP, holds the
 // placement in space.
-#include "reader/chunks.h"
+#include "reader/texture.h"
+
 #include "reader/lwo2.h"
+#include "reader/records.h"
+#include "reader/subChunks.h"
 
 #include <algorithm>
-#include <cstdlib>
 
-// What a key takes in the file, and what FKEY's length is divided by to get the number of keys.
-// Deliberate: that is more, so the last keys of a gradient are lost.
-constexpr int GRADIENT_KEY_SIZE = 20;
+// What FKEY's length is divided by to get the number of keys. Deliberate: a key takes less in the
+// file, so the last keys of a gradient are lost.
 constexpr int GRADIENT_KEY_STRIDE = 28;
+constexpr int GRADIENT_KEY_SIZE = 20;
 
 // ------------------------------------------------------------------------- release
 
@@ -51,7 +53,8 @@ static void getOpacity(std::FILE *file, st_lwTexture *texture) {
 
 int lwGetTHeader(std::FILE *file, int hsz, st_lwTexture *texture) {
     st_subChunks subs = beginSubChunks(file, hsz, OVERRUN_ALLOWED);
-    replaceString(&texture->ordinal, getS0(file));
+    set_flen(0);
+    replaceOwned(&texture->ordinal, getS0(file));
     while (nextSubChunk(&subs)) {
         switch (subs.id) {
         case lwID("CHAN"): texture->channel = getU4(file); break;
@@ -63,7 +66,7 @@ int lwGetTHeader(std::FILE *file, int hsz, st_lwTexture *texture) {
         }
     }
     if (subs.failed)
-        replaceString(&texture->ordinal, nullptr);
+        replaceOwned(&texture->ordinal, static_cast<char *>(nullptr));
     return subs.failed ? 0 : 1;
 }
 
@@ -85,7 +88,7 @@ int lwGetTMap(std::FILE *file, int tmapsz, st_lwTMap *tmap) {
         case lwID("CNTR"): getEnvVector(file, &tmap->center); break;
         case lwID("ROTA"): getEnvVector(file, &tmap->rotate); break;
         case lwID("FALL"): getFalloff(file, tmap); break;
-        case lwID("OREF"): replaceString(&tmap->refObject, getS0(file)); break;
+        case lwID("OREF"): replaceOwned(&tmap->refObject, getS0(file)); break;
         case lwID("CSYS"): tmap->coordSystem = getCode(file); break;
         default: break;
         }
@@ -118,7 +121,7 @@ int lwGetImageMap(std::FILE *file, int rsz, st_lwTexture *texture) {
         switch (subs.id) {
         case lwID("TMAP"): readTMap(file, subs.length, texture); break;
         case lwID("PROJ"): map->projection = getCode(file); break;
-        case lwID("VMAP"): replaceString(&map->vmapName, getS0(file)); break;
+        case lwID("VMAP"): replaceOwned(&map->vmapName, getS0(file)); break;
         case lwID("AXIS"): map->axis = getCode(file); break;
         case lwID("IMAG"): map->clipIndex = getVX(file); break;
         case lwID("WRAP"): getWrapTypes(file, map); break;
@@ -146,8 +149,8 @@ static void getValues(std::FILE *file, int length, st_lwProcedural *procedural) 
 }
 
 static void getFunction(std::FILE *file, int length, st_lwProcedural *procedural) {
-    replaceString(&procedural->name, getS0(file));
-    replaceBlock(&procedural->data, getRest(file, length));
+    replaceOwned(&procedural->name, getS0(file));
+    replaceOwned(&procedural->data, getRest(file, length));
 }
 
 int lwGetProcedural(std::FILE *file, int rsz, st_lwTexture *texture) {
@@ -167,25 +170,21 @@ int lwGetProcedural(std::FILE *file, int rsz, st_lwTexture *texture) {
 
 // ---------------------------------------------------------------------- gradients
 
-// Zeroed, with room for one entry even when none is asked for; flen fails without memory, and
-// when the file does not hold them, at fileSize bytes each.
-static void *allocEntries(std::FILE *file, int count, int fileSize, std::size_t entrySize) {
-    void *entries = nullptr;
-    if (fileHolds(file, count * fileSize))
-        entries = std::calloc(static_cast<std::size_t>(std::max(count, 1)), entrySize);
-    if (entries == nullptr)
-        set_flen(READ_FAILED);
-    return entries;
+// Zeroed entries in the place of those before, with room for one even when none is asked for. flen
+// fails without memory and, as if the entries had been read, where the file does not hold them.
+template <typename Entry>
+static void replaceEntries(std::FILE *file, int count, int fileSize, Entry **entries) {
+    std::size_t room = static_cast<std::size_t>(std::max(count, 1));
+    if (fileMayHold(file, count * fileSize))
+        replaceOwned(entries, needed(static_cast<Entry *>(std::calloc(room, sizeof(Entry)))));
+    else
+        std::free(getbytes(file, count * fileSize));
 }
 
 static void getGradientKeys(std::FILE *file, int length, st_lwGradient *gradient) {
     int count = length / GRADIENT_KEY_STRIDE;
-    std::free(gradient->keys);
-    gradient->keys = static_cast<st_lwGradKey *>(
-        allocEntries(file, count, GRADIENT_KEY_SIZE, sizeof(st_lwGradKey)));
-    if (gradient->keys == nullptr)
-        return;
-    for (int i = 0; i < count; i++) {
+    replaceEntries(file, count, GRADIENT_KEY_SIZE, &gradient->keys);
+    for (int i = 0; i < count && get_flen() >= 0; i++) {
         gradient->keys[i].value = getF4(file);
         for (float &component : gradient->keys[i].rgba)
             component = getF4(file);
@@ -194,12 +193,8 @@ static void getGradientKeys(std::FILE *file, int length, st_lwGradient *gradient
 
 static void getInterpolations(std::FILE *file, int length, st_lwGradient *gradient) {
     int count = length / 2;
-    std::free(gradient->interpolations);
-    gradient->interpolations =
-        static_cast<std::uint16_t *>(allocEntries(file, count, 2, sizeof(std::uint16_t)));
-    if (gradient->interpolations == nullptr)
-        return;
-    for (int i = 0; i < count; i++)
+    replaceEntries(file, count, 2, &gradient->interpolations);
+    for (int i = 0; i < count && get_flen() >= 0; i++)
         gradient->interpolations[i] = static_cast<std::uint16_t>(getU2(file));
 }
 
@@ -209,8 +204,8 @@ int lwGetGradient(std::FILE *file, int rsz, st_lwTexture *texture) {
     while (nextSubChunk(&subs)) {
         switch (subs.id) {
         case lwID("TMAP"): readTMap(file, subs.length, texture); break;
-        case lwID("PNAM"): replaceString(&gradient->paramName, getS0(file)); break;
-        case lwID("INAM"): replaceString(&gradient->itemName, getS0(file)); break;
+        case lwID("PNAM"): replaceOwned(&gradient->paramName, getS0(file)); break;
+        case lwID("INAM"): replaceOwned(&gradient->itemName, getS0(file)); break;
         case lwID("GRST"): gradient->start = getF4(file); break;
         case lwID("GREN"): gradient->end = getF4(file); break;
         case lwID("GRPT"): gradient->repeat = getCode(file); break;
@@ -225,7 +220,7 @@ int lwGetGradient(std::FILE *file, int rsz, st_lwTexture *texture) {
 // -------------------------------------------------------------------- the texture
 
 st_lwTexture *newTexture(unsigned int type) {
-    st_lwTexture *texture = static_cast<st_lwTexture *>(std::calloc(1, sizeof(st_lwTexture)));
+    st_lwTexture *texture = newRecord<st_lwTexture>();
     if (texture == nullptr)
         return nullptr;
     texture->type = type;

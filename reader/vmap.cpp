@@ -1,11 +1,10 @@
 // Vertex maps: floats attached to points (VMAP) or to single polygon corners (VMAD), and, for
 // every point and corner, which entries of which maps concern it.
-#include "reader/chunks.h"
-#include "reader/largePages.h"
+#include "reader/decode.h"
+#include "reader/largeArrays.h"
 #include "reader/lwo2.h"
+#include "reader/records.h"
 
-#include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 constexpr int VMAP_FIXED_HEADER = 6; // type, dimension
@@ -30,6 +29,7 @@ static bool readHeader(unsigned char **cursor, const unsigned char *end, st_lwVM
     if (nameRoom < 1 ||
         std::memchr(*cursor + VMAP_FIXED_HEADER, 0, static_cast<std::size_t>(nameRoom)) == nullptr)
         return false;
+    set_flen(0);
     vmap->type = sgetU4(cursor);
     vmap->dimension = static_cast<int>(sgetU2(cursor));
     vmap->name = sgetS0(cursor);
@@ -37,7 +37,7 @@ static bool readHeader(unsigned char **cursor, const unsigned char *end, st_lwVM
 }
 
 // Counts the entries; false when the last one is cut short.
-static bool countEntries(unsigned char *cursor, const unsigned char *end, st_lwVMap *vmap) {
+static bool countEntries(const unsigned char *cursor, const unsigned char *end, st_lwVMap *vmap) {
     long rowSize = 4L * vmap->dimension;
     while (cursor < end) {
         if (!skipVX(&cursor, end) || (vmap->perPolygon != 0 && !skipVX(&cursor, end)))
@@ -50,13 +50,6 @@ static bool countEntries(unsigned char *cursor, const unsigned char *end, st_lwV
     return true;
 }
 
-// Zeroed, with room for one element even when none is asked for.
-static void *allocArray(std::size_t count, std::size_t elementSize) {
-    void *array = std::calloc(std::max<std::size_t>(count, 1), elementSize);
-    preferLargePages(array, count * elementSize);
-    return array;
-}
-
 // The rows lie in one block, which values[0] owns, also when there is no row.
 static bool allocValues(st_lwVMap *vmap) {
     std::size_t count = static_cast<std::size_t>(vmap->count);
@@ -64,7 +57,7 @@ static bool allocValues(st_lwVMap *vmap) {
     vmap->values = static_cast<float **>(allocArray(count, sizeof(float *)));
     if (vmap->values == nullptr)
         return false;
-    vmap->values[0] = static_cast<float *>(allocArray(count * dimension, sizeof(float)));
+    vmap->values[0] = static_cast<float *>(allocArray(count, dimension * sizeof(float)));
     if (vmap->values[0] == nullptr)
         return false;
     for (std::size_t i = 1; i < count; i++)
@@ -75,17 +68,14 @@ static bool allocValues(st_lwVMap *vmap) {
 static bool allocVMap(st_lwVMap *vmap) {
     std::size_t count = static_cast<std::size_t>(vmap->count);
     vmap->pointIndices = static_cast<int *>(allocArray(count, sizeof(int)));
-    if (vmap->pointIndices == nullptr)
-        return false;
-    if (vmap->perPolygon != 0) {
+    if (vmap->perPolygon != 0)
         vmap->polygonIndices = static_cast<int *>(allocArray(count, sizeof(int)));
-        if (vmap->polygonIndices == nullptr)
-            return false;
-    }
-    return vmap->dimension == 0 || allocValues(vmap);
+    return vmap->pointIndices != nullptr &&
+           (vmap->perPolygon == 0 || vmap->polygonIndices != nullptr) &&
+           (vmap->dimension == 0 || allocValues(vmap));
 }
 
-static void readEntries(unsigned char *cursor, st_lwVMap *vmap) {
+static void readEntries(const unsigned char *cursor, st_lwVMap *vmap) {
     float *value = vmap->values == nullptr ? nullptr : vmap->values[0];
     for (int i = 0; i < vmap->count; i++) {
         vmap->pointIndices[i] = takeVX(&cursor);
@@ -97,7 +87,6 @@ static void readEntries(unsigned char *cursor, st_lwVMap *vmap) {
 }
 
 static bool readBody(unsigned char *cursor, const unsigned char *end, st_lwVMap *vmap) {
-    set_flen(0);
     if (!readHeader(&cursor, end, vmap) || !countEntries(cursor, end, vmap) || !allocVMap(vmap))
         return false;
     readEntries(cursor, vmap);
@@ -109,7 +98,7 @@ st_lwVMap *lwGetVMap(std::FILE *file, int size, int /*pointOffset*/, int /*polyg
                      int perPolygon) {
     set_flen(0);
     unsigned char *body = static_cast<unsigned char *>(getbytes(file, size));
-    st_lwVMap *vmap = static_cast<st_lwVMap *>(std::calloc(1, sizeof(st_lwVMap)));
+    st_lwVMap *vmap = newRecord<st_lwVMap>();
     bool done = false;
     if (body != nullptr && vmap != nullptr) {
         vmap->perPolygon = perPolygon;

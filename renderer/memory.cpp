@@ -1,11 +1,12 @@
 // Zeroed memory of which only what is used costs anything.
 #include "renderer/memory.h"
 
-#include "reader/largePages.h"
+#include "reader/largeArrays.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <sys/mman.h>
 #include <unistd.h>
 
 // Blocks from here on are zeroed by pages; below, asking the kernel takes longer.
@@ -34,10 +35,9 @@ void *tryAllocateZeroed(std::int64_t count, std::size_t size) {
     const std::size_t elements = count > 0 ? static_cast<std::size_t>(count) : 1;
     if (elements <= MANY_BYTES / size || elements > SIZE_MAX / size)
         return std::calloc(elements, size);
-    void *memory = std::malloc(elements * size);
+    void *memory = allocArray(elements, size);
     if (memory == nullptr)
         return nullptr;
-    preferLargePages(memory, elements * size);
     zeroByPages(memory, elements * size);
     return memory;
 }

@@ -10,10 +10,12 @@ extern "C" {
 void *__real_malloc(std::size_t size);
 void *__real_calloc(std::size_t count, std::size_t size);
 void *__real_realloc(void *block, std::size_t size);
+void *__real_aligned_alloc(std::size_t alignment, std::size_t size);
 void __real_free(void *block);
 void *__wrap_malloc(std::size_t size);
 void *__wrap_calloc(std::size_t count, std::size_t size);
 void *__wrap_realloc(void *block, std::size_t size);
+void *__wrap_aligned_alloc(std::size_t alignment, std::size_t size);
 void __wrap_free(void *block);
 }
 
@@ -74,6 +76,10 @@ void *__wrap_realloc(void *block, std::size_t size) {
     if (grown != nullptr)
         forget(block);
     return note(grown, size);
+}
+
+void *__wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
+    return failsNow() ? nullptr : note(__real_aligned_alloc(alignment, size), size);
 }
 
 void __wrap_free(void *block) {

@@ -1,0 +1,117 @@
+#include "reader/loading.h"
+
+#include "reader/lwo2.h"
+#include "reader/normals.h"
+#include "reader/records.h"
+#include "reader/tagSurfaces.h"
+
+#include <algorithm>
+#include <cerrno>
+
+// ------------------------------------------------------------------ the object's lists
+
+bool addLayer(st_reading *reading) {
+    st_lwLayer *layer = newRecord<st_lwLayer>();
+    if (layer == nullptr)
+        return false;
+    appendRecord(&reading->object->layers, &reading->layer, layer);
+    reading->vmap = nullptr;
+    return true;
+}
+
+bool addSurface(st_reading *reading, st_lwSurface *surface) {
+    if (surface == nullptr)
+        return false;
+    appendRecord(&reading->object->surfaces, &reading->surface, surface);
+    reading->object->surfaceCount++;
+    return true;
+}
+
+// --------------------------------------------------------------------------- reading
+
+static bool readChunks(st_form *form, const st_layout *layout, st_lwObject *object) {
+    st_reading reading = {};
+    reading.object = object;
+    if (!addLayer(&reading))
+        return false;
+    do {
+        if (!readChunkHeader(form) || !layout->readChunk(form, &reading))
+            return false;
+    } while (!atFormEnd(form));
+    return true;
+}
+
+// ------------------------------------------------------------------------- deriving
+
+// smoothNormals, and errno where a sound file goes too far.
+static bool smoothWithin(const st_lwPointList *points, st_lwPolygonList *polygons,
+                         long long *comparisonsLeft) {
+    bool done = smoothNormals(points, polygons, comparisonsLeft);
+    if (!done)
+        errno = EFBIG;
+    return done;
+}
+
+// What the geometry of a layer implies, each step resting on the ones before.
+static bool deriveLayer(st_lwLayer *layer, st_tagSurfaces *tagSurfaces,
+                        long long *comparisonsLeft) {
+    st_lwPointList *points = &layer->pointList;
+    st_lwPolygonList *polygons = &layer->polygonList;
+    lwGetBoundingBox(points, layer->bbox);
+    lwGetPolyNormals(points, polygons);
+    return lwGetPointPolygons(points, polygons) != 0 && resolveTagSurfaces(tagSurfaces, polygons) &&
+           smoothWithin(points, polygons, comparisonsLeft) &&
+           lwGetPointVMaps(points, layer->vmaps) != 0 &&
+           lwGetPolyVMaps(polygons, layer->vmaps) != 0;
+}
+
+static bool deriveLayers(st_lwObject *object) {
+    st_tagSurfaces *tagSurfaces =
+        beginTagSurfaces(&object->tagList, &object->surfaces, &object->surfaceCount);
+    if (tagSurfaces == nullptr)
+        return false;
+    st_lwLayer *layer = object->layers;
+    long long comparisonsLeft = MAX_COMPARISONS;
+    while (layer != nullptr && deriveLayer(layer, tagSurfaces, &comparisonsLeft))
+        layer = layer->next;
+    endTagSurfaces(tagSurfaces);
+    return layer == nullptr;
+}
+
+// -------------------------------------------------------------------------- the object
+
+// The one way out of a load that failed behind the form's header: reports the latest chunk and,
+// while the file is open, the position; closes the file, frees the object. Null.
+static st_lwObject *abandon(st_form *form, st_lwObject *object, unsigned int *failID,
+                            int *failpos) {
+    if (failID != nullptr)
+        *failID = form->chunkID;
+    if (form->file != nullptr) {
+        if (failpos != nullptr)
+            *failpos = static_cast<int>(std::min<long>(std::ftell(form->file), INT32_MAX));
+        closeForm(form);
+    }
+    lwFreeObject(object);
+    return nullptr;
+}
+
+st_lwObject *loadObject(const char *path, const st_layout *layout, const st_layout *otherLayout,
+                        unsigned int *failID, int *failpos) {
+    st_form form;
+    if (!openForm(path, &form))
+        return nullptr;
+    if (form.type != layout->type)
+        layout = otherLayout;
+    if (form.type != layout->type) {
+        closeForm(&form);
+        if (failpos != nullptr)
+            *failpos = FORM_HEADER_SIZE;
+        return nullptr;
+    }
+    st_lwObject *object = newRecord<st_lwObject>();
+    if (object == nullptr || !readChunks(&form, layout, object))
+        return abandon(&form, object, failID, failpos);
+    closeForm(&form);
+    object->layerCount = std::max(object->layerCount, 1);
+    return deriveLayers(object) ? object : abandon(&form, object, failID, failpos);
+}
