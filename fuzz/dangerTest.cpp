@@ -163,6 +163,12 @@ static std::string fan(unsigned count) {
     return chunk("TAGS", s0("a")) + POINTS + chunk("POLS", "FACE" + repeated(count, triangle));
 }
 
+static std::string olderFan(unsigned count) {
+    const auto triangle = [](unsigned) { return u2(3) + u2(0) + u2(1) + u2(2) + u2(1); };
+    return form("LWOB", chunk("SRFS", s0("a")) + POINTS + chunk("POLS", repeated(count, triangle)) +
+                            chunk("SURF", s0("a") + sub("SMAN", f4(1))));
+}
+
 static std::string numbered(unsigned i) {
     return s0(std::to_string(i * 7919 % 65521));
 }
@@ -170,7 +176,9 @@ static std::string numbered(unsigned i) {
 static std::vector<Danger> largeDangers() {
     const std::string mapOfNone = "TXUV" + u2(0) + s0("b");
     return {
-        {"polygons around a point", newer(fan(18400) + surface(sub("SMAN", f4(1)))), FAILS},
+        {"too many polygons around three points", newer(fan(8200) + surface(sub("SMAN", f4(1)))),
+         FAILS},
+        {"too many older polygons around three points", olderFan(8200), FAILS},
         {"layers",
          newer(repeated(
              8000, [](unsigned i) { return chunk("LAYR", u2(i) + u2(0) + f4(0, 0, 0) + s0("")); })),
@@ -221,7 +229,7 @@ static std::vector<Danger> largeDangers() {
                         })),
          LOADS},
         {"maps of a point, and corners at it",
-         newer(fan(12000) + surface(texture("IMAP", "", sub("PROJ", u2(5)))) +
+         newer(fan(8100) + surface(sub("SMAN", f4(1)) + texture("IMAP", "", sub("PROJ", u2(5)))) +
                chunk("VMAP", mapOfNone + repeated(50000, [](unsigned) { return vx(0); }))),
          LOADS},
     };

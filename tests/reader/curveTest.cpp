@@ -186,6 +186,13 @@ TEST(Behaviour, after) {
     }
 }
 
+// The quotient of two floats: 3 is ten times the float next to 0.3, which is a little more.
+TEST(Behaviour, cyclesAreCountedInSinglePrecision) {
+    Curve curve({key(0, 0), key(0.3F, 10)});
+    curve.envelope.behavior[1] = LW_BEHAVIOR_REPEAT;
+    EXPECT_EQ(curve.at(3), 0.0F);
+}
+
 TEST(Behaviour, keysWithoutARangeWrapToTheFirst) {
     Curve curve({key(2, 10), key(2, 20)});
     curve.envelope.behavior[1] = LW_BEHAVIOR_OFFSET_REPEAT;

@@ -5,6 +5,7 @@
 #include "tests/support/objectDigest.h"
 
 #include <cmath>
+#include <random>
 
 static ModelPlan plan(int polygons, int corners, float smoothing) {
     ModelPlan made;
@@ -105,7 +106,7 @@ static void formulaNormal(const st_lwLayer &layer, int number, int point, float 
     const st_lwPolygon *polygons = layer.polygonList.polygons;
     const st_lwPolygon &polygon = polygons[number];
     std::memcpy(normal, polygon.normal, sizeof polygon.normal);
-    if (polygon.surface->smoothing <= 0)
+    if (!(polygon.surface->smoothing > 0))
         return;
     const st_lwPoint &shared = layer.pointList.points[point];
     for (int i = 0; i < shared.polygonCount; i++) {
@@ -176,4 +177,57 @@ TEST(Normals, areThoseOfTheFormulaAtEveryAngle) {
                 EXPECT_EQ(countWrongNormals(*object->layers), 0) << smoothing << ' ' << count;
             }
         }
+}
+
+static unsigned pick(std::mt19937 *random, unsigned below) {
+    return static_cast<unsigned>((*random)()) % below;
+}
+
+// Few points, so that many polygons share each; flat ones, flat in a tilted plane, or anywhere.
+static std::string randomPoints(std::mt19937 *random, int count) {
+    const unsigned kind = pick(random, 3);
+    const float tilt = 0.1F * static_cast<float>(pick(random, 30));
+    std::string points;
+    for (int i = 0; i < count; i++) {
+        float p[3];
+        for (float &coordinate : p)
+            coordinate = static_cast<float>(pick(random, 7)) - 3;
+        if (kind < 2)
+            p[2] = kind == 1 ? p[0] * tilt - p[1] / (tilt + 1) : 0.0F;
+        points += f4(p[0], p[1], p[2]);
+    }
+    return chunk("PNTS", points);
+}
+
+// Lines, polygons of no area and ones that come back to a point are among them.
+static std::string randomPolygons(std::mt19937 *random, int points, unsigned count) {
+    std::string polygons = "FACE";
+    std::string surfaces = "SURF";
+    std::string groups = "SMGP";
+    for (unsigned i = 0; i < count; i++) {
+        const unsigned corners = pick(random, 6);
+        polygons += u2(corners);
+        for (unsigned j = 0; j < corners; j++)
+            polygons += vx(pick(random, static_cast<unsigned>(points)));
+        surfaces += vx(i) + vx(pick(random, 3));
+        groups += vx(i) + vx(pick(random, 8) / 7);
+    }
+    return chunk("POLS", polygons) + chunk("PTAG", surfaces) + chunk("PTAG", groups);
+}
+
+TEST(Normals, areThoseOfTheFormulaInAnyModel) {
+    std::mt19937 random(7);
+    const float angles[] = {1e-30F,     1e-4F, 2.4e-4F,    3.4526698e-4F, 0.7853982F, 1.0F,
+                            1.5707963F, 2.0F,  3.1415925F, 3.1415927F,    9.0F,       NAN};
+    for (int i = 0; i < 300; i++) {
+        const int points = 3 + static_cast<int>(pick(&random, 30));
+        std::string bytes = randomPoints(&random, points) +
+                            randomPolygons(&random, points, 3 + pick(&random, 200)) +
+                            chunk("TAGS", s0("0") + s0("1") + s0("2"));
+        for (const char *name : {"0", "1", "2"})
+            bytes += chunk("SURF", s0(name) + s0("") + sub("SMAN", f4(angles[pick(&random, 12)])));
+        const Object object = loadLWO2(bytes);
+        ASSERT_NE(object, nullptr);
+        EXPECT_EQ(countWrongNormals(*object->layers), 0) << i;
+    }
 }

@@ -158,11 +158,29 @@ TEST(Lwio, skippingMayPassTheEndOfTheFile) {
     EXPECT_EQ(get_flen(), READ_FAILED);
 }
 
+// One past the largest count is READ_FAILED by itself: a block must not be handed out with it.
 TEST(Lwio, countPastItsRangeIsAFailure) {
-    const File file = openBytes("abc");
-    skipbytes(file.get(), INT32_MAX);
-    skipbytes(file.get(), 1);
+    const File file = openBytes("abcdefgh");
+    unsigned char memory[] = {'a', 'b', 0, 0};
+    unsigned char *cursor = memory;
+    const auto near = [&] {
+        std::rewind(file.get());
+        set_flen(INT32_MAX - 1);
+        return file.get();
+    };
+    skipbytes(near(), 3);
     EXPECT_EQ(get_flen(), READ_FAILED);
+    for (const int size : {2, 3}) {
+        EXPECT_EQ(getbytes(near(), size), nullptr);
+        EXPECT_EQ(get_flen(), READ_FAILED);
+    }
+    EXPECT_EQ(getU4(near()), 0U);
+    near();
+    EXPECT_EQ(sgetS0(&cursor), nullptr);
+    EXPECT_EQ(get_flen(), READ_FAILED);
+    EXPECT_EQ(cursor, memory);
+    skipbytes(near(), 1);
+    EXPECT_EQ(get_flen(), INT32_MAX);
 }
 
 TEST(Lwio, revbytesReversesEachElement) {

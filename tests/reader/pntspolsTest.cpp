@@ -1,6 +1,7 @@
 #include "tests/reader/readerTest.h"
 
 #include <cmath>
+#include <vector>
 
 // Four points, two triangles that share the edge 1-3, in the plane z = 0:
 //   1 --- 2
@@ -46,6 +47,15 @@ TEST(Points, bytesBehindTheLastWholePointAreIgnored) {
     lwFreePoints(&list);
     EXPECT_EQ(list.count, 0);
     EXPECT_EQ(list.points, nullptr);
+}
+
+TEST(Points, cutShortLeavesWhatItAppended) {
+    const File file = openBytes(f4(1, 2, 3));
+    st_lwPointList list = {};
+    EXPECT_EQ(lwGetPoints(file.get(), 36, &list), 0);
+    EXPECT_EQ(list.count, 3);
+    EXPECT_EQ(list.points[0].position[1], 0.0F);
+    lwFreePoints(&list);
 }
 
 TEST(Points, sizeOneReadsNothing) {
@@ -98,6 +108,59 @@ TEST(Polygons, emptyOnesOwnAndFreeTheirVerticesLikeAnyOther) {
     ASSERT_NE(object, nullptr);
     EXPECT_EQ(object->layers->polygonList.count, 4);
     EXPECT_EQ(object->layers->polygonList.vertexCount, 6);
+}
+
+TEST(Polygons, roomIsMadeInWhateverOrder) {
+    st_lwPolygonList list = {};
+    ASSERT_EQ(lwAllocPolygons(&list, 0, 5), 1);
+    ASSERT_EQ(lwAllocPolygons(&list, 1, 3), 1);
+    EXPECT_EQ(list.count, 1);
+    EXPECT_EQ(list.vertexOffset, 5);
+    list.polygons[0].vertexCount = 8;
+    ASSERT_EQ(lwAllocPolygons(&list, 2, 3), 1);
+    list.polygons[1].vertexCount = 3;
+    ASSERT_EQ(lwAllocPolygons(&list, 1, 100), 1);
+    EXPECT_EQ(list.offset, 3);
+    EXPECT_EQ(list.polygons[1].vertices, list.polygons[0].vertices + 8);
+    EXPECT_EQ(list.polygons[2].vertices, list.polygons[0].vertices + 11);
+    EXPECT_EQ(lwAllocPolygons(&list, INT32_MAX, 0), 0);
+    EXPECT_EQ(list.count, 4);
+    lwFreePolygons(&list);
+    EXPECT_EQ(list.vertexCapacity, 0);
+}
+
+// Arrays of just the size that the counts say, as a program of somebody else's makes them.
+TEST(Polygons, listMadeByHandIsGrownAndDerivedFrom) {
+    st_lwPointList points = {3, 0, static_cast<st_lwPoint *>(std::calloc(3, sizeof(st_lwPoint))),
+                             0};
+    points.points[1].position[0] = points.points[2].position[1] = 2;
+    st_lwPolygonList list = {};
+    list.count = 2;
+    list.vertexCount = 3;
+    list.polygons = static_cast<st_lwPolygon *>(std::calloc(2, sizeof(st_lwPolygon)));
+    list.polygons[0].vertexCount = 3;
+    list.polygons[0].vertices =
+        static_cast<st_lwPolygonVertex *>(std::calloc(3, sizeof(st_lwPolygonVertex)));
+    list.polygons[1].vertices = list.polygons[0].vertices + 3;
+    for (int i = 0; i < 3; i++)
+        list.polygons[0].vertices[i].index = i;
+
+    const std::string triangle = "FACE" + polygon({2, 1, 0});
+    const File file = openBytes(f4(5, 6, 7) + triangle);
+    ASSERT_EQ(lwGetPoints(file.get(), 12, &points), 1);
+    ASSERT_EQ(lwGetPolygons(file.get(), static_cast<int>(triangle.size()), &list, 0), 1);
+    lwGetPolyNormals(&points, &list);
+    EXPECT_EQ(list.polygons[0].normal[2], 1.0F);
+    EXPECT_EQ(list.polygons[1].normal[2], 0.0F);
+    EXPECT_EQ(list.polygons[2].normal[2], -1.0F);
+    for (int time = 0; time < 2; time++) {
+        ASSERT_EQ(lwGetPointPolygons(&points, &list), 1);
+        ASSERT_EQ(points.points[1].polygonCount, 2);
+        EXPECT_EQ(points.points[1].polygons[1], 2);
+        EXPECT_EQ(points.points[3].polygonCount, 0);
+    }
+    lwFreePolygons(&list);
+    lwFreePoints(&points);
 }
 
 TEST(Polygons, cutShortFails) {
@@ -210,6 +273,32 @@ TEST(PolygonSurfaces, indexOfTheTagCountPassesAndTheNextFails) {
     EXPECT_EQ(loadLWO2(start + ptag("SURF", {0, 2}), &failure), nullptr);
     EXPECT_EQ(failure.id, lwID("PTAG"));
     EXPECT_EQ(failure.position, -1);
+}
+
+// In a layer each tag without a surface gets one of its own, also of two that are equal; the next
+// layer finds these by name. Only the tag behind the last is never found.
+TEST(PolygonSurfaces, equalAndNamelessTagsOverTwoLayers) {
+    const std::string layer =
+        square + pols(polygon({0}) + polygon({1}) + polygon({2}) + polygon({3}) + polygon({0})) +
+        ptag("SURF", {0, 0, 1, 1, 2, 2, 3, 3, 4, 4});
+    const std::string start = chunk("LAYR", u2(0) + u2(0) + f4(0, 0, 0) + s0(""));
+    const Object object = loadLWO2(chunk("TAGS", s0("a") + s0("a") + s0("") + s0("")) + start +
+                                   layer + start + layer);
+    ASSERT_NE(object, nullptr);
+    std::string names;
+    std::vector<const st_lwSurface *> surfaces;
+    for (const st_lwSurface *surface = object->surfaces; surface; surface = surface->next) {
+        names += surface->name[0] == '\0' ? "-" : surface->name;
+        surfaces.push_back(surface);
+    }
+    ASSERT_EQ(names, "aa----");
+    const int expected[2][5] = {{0, 1, 2, 3, 4}, {0, 0, 2, 2, 5}};
+    const st_lwLayer *layers[2] = {object->layers, object->layers->next};
+    for (int i = 0; i < 2; i++)
+        for (int j = 0; j < 5; j++)
+            EXPECT_EQ(layers[i]->polygonList.polygons[j].surface,
+                      surfaces[static_cast<std::size_t>(expected[i][j])])
+                << i << j;
 }
 
 TEST(PolygonSurfaces, withoutTagsThereAreNone) {

@@ -205,12 +205,15 @@ TEST(Surface, shadersStandByOrdinal) {
 }
 
 TEST(Surface, headerOfAShaderIsLeftBehindEnab) {
-    // What follows ENAB in the header is read as one of the block's own sub-chunks.
-    const std::string header = s0("a") + sub("ENAB", u2(1)) + sub("FUNC", s0("early"));
+    // What follows ENAB in the header is read as one of the block's own sub-chunks; what precedes
+    // it is skipped with its pad byte.
+    const std::string header =
+        s0("a") + sub("OTHR", "odd") + sub("ENAB", u2(1)) + sub("FUNC", s0("early"));
     const Surface surface = read(sub("BLOK", "SHDR" + u2(static_cast<unsigned>(header.size())) +
                                                  header + sub("SKIP", "....")));
     ASSERT_NE(surface, nullptr);
     EXPECT_STREQ(surface->shaders->name, "early");
+    EXPECT_EQ(surface->shaders->flags, 1);
 }
 
 TEST(Surface, damagedShadersFail) {

@@ -134,6 +134,50 @@ TEST(Texture, gradient) {
     EXPECT_EQ(texture->param.gradient.interpolations[1], 5);
 }
 
+// The walk over the sub-chunks is told a size that is 4 bytes short.
+TEST(Texture, fourBytesBehindTheLastSubChunkAreNotRead) {
+    const Texture texture = read("IMAP", sub("PROJ", u2(5)) + sub("XXXX", "") + "....");
+    ASSERT_NE(texture, nullptr);
+    EXPECT_EQ(texture->param.imageMap.projection, LW_PROJECTION_UV);
+    EXPECT_EQ(read("IMAP", sub("PROJ", u2(5)) + "....."), nullptr);
+}
+
+TEST(Texture, onlyTheHeaderStartsTheCountOver) {
+    const std::string body = sub("AXIS", u2(1));
+    const int size = static_cast<int>(body.size());
+    st_lwTexture texture = {};
+    for (const auto reader : {lwGetImageMap, lwGetProcedural, lwGetGradient}) {
+        const File file = openBytes(body);
+        set_flen(READ_FAILED);
+        EXPECT_EQ(reader(file.get(), size, &texture), 0);
+        EXPECT_EQ(std::ftell(file.get()), 0);
+        set_flen(100);
+        EXPECT_EQ(reader(file.get(), size, &texture), 1);
+        EXPECT_EQ(get_flen(), size);
+    }
+    const File file = openBytes(body);
+    set_flen(READ_FAILED);
+    EXPECT_EQ(lwGetTMap(file.get(), size, &texture.tmap), 0);
+    const File header = openBytes(s0("a") + body);
+    set_flen(READ_FAILED);
+    EXPECT_EQ(lwGetTHeader(header.get(), size + 2, &texture), 1);
+    std::free(texture.ordinal);
+}
+
+// Whatever reads to the end of the file fails there, not where it began.
+TEST(Texture, gradientCutShortFailsAtTheEndOfTheFile) {
+    for (const std::string id : {"FKEY", "IKEY"}) {
+        const std::string header = s0("a") + sub("CHAN", "COLR");
+        const std::string block = "GRAD" + u2(static_cast<unsigned>(header.size())) + header + id +
+                                  u2(280) + f4(1, 2, 3) + "odd";
+        const std::string bytes = "FORM" + u4(9999) + "LWO2" + "SURF" + u4(9999) + s0("s") +
+                                  s0("") + "BLOK" + u2(999) + block;
+        Failure failure;
+        EXPECT_EQ(load(bytes, &failure), nullptr);
+        EXPECT_EQ(failure.position, static_cast<int>(bytes.size())) << id;
+    }
+}
+
 TEST(Texture, damageFails) {
     EXPECT_EQ(read("IMAP", sub("TMAP", sub("SIZE", f4(1, 2, 3)))), nullptr);
     EXPECT_EQ(read("IMAP", sub("TMAP", "")), nullptr);

@@ -158,6 +158,22 @@ TEST(Lwoinfo, writesJsonWhateverTheFileHolds) {
     EXPECT_EQ(problem.at("unreadable").at("position"), 20);
 }
 
+TEST(Lwoinfo, namesTheLimitThatASoundFileGoesBeyond) {
+    Plank plank;
+    std::string triangles = "FACE";
+    for (int i = 0; i < 40000; i++)
+        triangles += u2(3) + vx(0) + vx(1) + vx(2);
+    plank.polygons = chunk("POLS", triangles);
+    plank.polygonTags = plank.maps = "";
+    plank.surfaces = surf("wood", sub("SMAN", f4(1)));
+    plank.write("models");
+    const Outcome seen = run({"--json", "plank.lwo"});
+    EXPECT_EQ(seen.status, 2);
+    const Json problem = Json::parse(seen.said.substr(seen.said.find('{'))).at("models").at(0);
+    EXPECT_EQ(problem.at("unreadable").at("rule"), "crowded-point");
+    EXPECT_EQ(seen.said.find("damaged"), std::string::npos) << seen.said;
+}
+
 TEST(Lwoinfo, saysThatItsReportIsNotWritten) {
     Plank().write("models");
     EXPECT_EQ(runChild({LWOINFO, "--json", "plank.lwo"}, testPath("models"), {}, "/dev/full"), 2);
