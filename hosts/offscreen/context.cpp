@@ -1,86 +1,8 @@
-// EGL on Mesa's surfaceless platform where there is one, else on the default display, with one
-// pixel buffer.
+// The desktop's OpenGL.
 #include "hosts/offscreen/context.h"
 
-#include <EGL/egl.h>
-#include <EGL/eglext.h>
-#include <GL/gl.h>
-
-#include <cstddef>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-
-[[noreturn]] static void fail(const char *what) {
-    std::fprintf(stderr, "offscreen: %s (EGL error 0x%x)\n", what,
-                 static_cast<unsigned int>(eglGetError()));
-    std::exit(1);
-}
-
-static EGLDisplay openDisplay() {
-    const char *extensions = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
-    EGLDisplay display = EGL_NO_DISPLAY;
-    if (extensions != nullptr &&
-        std::strstr(extensions, "EGL_MESA_platform_surfaceless") != nullptr)
-        display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr);
-    if (display == EGL_NO_DISPLAY)
-        display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
-    if (display == EGL_NO_DISPLAY || eglInitialize(display, nullptr, nullptr) != EGL_TRUE)
-        fail("no EGL display");
-    return display;
-}
-
-static EGLConfig chooseConfig(EGLDisplay display) {
-    const EGLint wanted[] = {EGL_SURFACE_TYPE,
-                             EGL_PBUFFER_BIT,
-                             EGL_RED_SIZE,
-                             8,
-                             EGL_GREEN_SIZE,
-                             8,
-                             EGL_BLUE_SIZE,
-                             8,
-                             EGL_DEPTH_SIZE,
-                             24,
-                             EGL_SAMPLES,
-                             0,
-                             EGL_RENDERABLE_TYPE,
-                             EGL_OPENGL_BIT,
-                             EGL_NONE};
-    EGLConfig config = nullptr;
-    EGLint count = 0;
-    if (eglChooseConfig(display, wanted, &config, 1, &count) != EGL_TRUE || count < 1)
-        fail("no pixel format with depth buffer");
-    return config;
-}
+#include "hosts/offscreen/egl.h"
 
 void makeOffscreenContext(int width, int height) {
-    EGLDisplay display = openDisplay();
-    EGLConfig config = chooseConfig(display);
-    eglBindAPI(EGL_OPENGL_API);
-    EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
-    if (context == EGL_NO_CONTEXT)
-        fail("no OpenGL context");
-    const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
-    EGLSurface surface = eglCreatePbufferSurface(display, config, size);
-    if (surface == EGL_NO_SURFACE)
-        fail("no pixel buffer of that size");
-    if (eglMakeCurrent(display, surface, surface, context) != EGL_TRUE)
-        fail("the OpenGL context cannot be used");
-}
-
-std::vector<unsigned char> readPicture(int width, int height) {
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    const std::size_t row = static_cast<std::size_t>(width) * 3;
-    std::vector<unsigned char> rgb(row * static_cast<std::size_t>(height));
-    // OpenGL counts rows from below.
-    for (int y = 0; y < height; y++)
-        glReadPixels(0, height - 1 - y, width, 1, GL_RGB, GL_UNSIGNED_BYTE,
-                     rgb.data() + static_cast<std::size_t>(y) * row);
-    return rgb;
-}
-
-void readRows(int width, int height, std::vector<unsigned char> *rgba) {
-    glPixelStorei(GL_PACK_ALIGNMENT, 4);
-    rgba->resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
-    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, rgba->data());
+    makeEglContext(EGL_OPENGL_API, width, height);
 }
