@@ -1,7 +1,7 @@
 // recordShow's films: what ffprobe sees in them, and their sound against samples that are reckoned
 // here. The music is a WAV under the show's name, so that each of its samples is known.
-#include "tests/show/pngPicture.h"
 #include "tests/support/childProcess.h"
+#include "tests/support/pngPicture.h"
 #include "tests/support/testFolder.h"
 
 #include <gtest/gtest.h>

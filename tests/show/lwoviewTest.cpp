@@ -1,7 +1,7 @@
 // lwoview off-screen: what each key does to the picture of a small model.
-#include "tests/show/pngPicture.h"
 #include "tests/support/childProcess.h"
 #include "tests/support/chunkWriter.h"
+#include "tests/support/pngPicture.h"
 #include "tests/support/testFolder.h"
 
 #include <gtest/gtest.h>

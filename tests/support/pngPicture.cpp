@@ -1,4 +1,4 @@
-#include "tests/show/pngPicture.h"
+#include "tests/support/pngPicture.h"
 
 #include <png.h>
 
