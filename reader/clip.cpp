@@ -117,7 +117,5 @@ st_lwClip *lwGetClip(std::FILE *file, int cksize) {
 }
 
 st_lwClip *lwFindClip(st_lwClip *list, int index) {
-    while (list != nullptr && list->index != index)
-        list = list->next;
-    return list;
+    return findRecord(list, index);
 }

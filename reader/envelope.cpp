@@ -144,7 +144,5 @@ st_lwEnvelope *lwGetEnvelope(std::FILE *file, int cksize) {
 }
 
 st_lwEnvelope *lwFindEnvelope(st_lwEnvelope *list, int index) {
-    while (list != nullptr && list->index != index)
-        list = list->next;
-    return list;
+    return findRecord(list, index);
 }

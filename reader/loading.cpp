@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <cerrno>
 
-// ------------------------------------------------------------------ the object's lists
-
 bool addLayer(st_reading *reading) {
     st_lwLayer *layer = newRecord<st_lwLayer>();
     if (layer == nullptr)
@@ -18,16 +16,6 @@ bool addLayer(st_reading *reading) {
     reading->vmap = nullptr;
     return true;
 }
-
-bool addSurface(st_reading *reading, st_lwSurface *surface) {
-    if (surface == nullptr)
-        return false;
-    appendRecord(&reading->object->surfaces, &reading->surface, surface);
-    reading->object->surfaceCount++;
-    return true;
-}
-
-// --------------------------------------------------------------------------- reading
 
 static bool readChunks(st_form *form, const st_layout *layout, st_lwObject *object) {
     st_reading reading = {};

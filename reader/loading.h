@@ -31,6 +31,3 @@ st_lwObject *loadObject(const char *path, const st_layout *layout, const st_layo
 // A new zeroed layer, at the end of the object's list, is what geometry goes to from now on. False
 // without memory.
 bool addLayer(st_reading *reading);
-
-// Appends a surface that was read and counts it; false for null.
-bool addSurface(st_reading *reading, st_lwSurface *surface);

@@ -60,35 +60,13 @@ static bool readVMap(st_form *form, st_reading *reading, int perPolygon) {
     st_lwLayer *layer = reading->layer;
     st_lwVMap *vmap = lwGetVMap(form->file, form->chunkSize, layer->pointList.offset,
                                 layer->polygonList.offset, perPolygon);
-    if (vmap == nullptr)
-        return false;
-    appendRecord(&layer->vmaps, &reading->vmap, vmap);
-    layer->vmapCount++;
-    return true;
-}
-
-static bool readEnvelope(st_form *form, st_reading *reading) {
-    st_lwEnvelope *envelope = lwGetEnvelope(form->file, form->chunkSize);
-    if (envelope == nullptr)
-        return false;
-    appendRecord(&reading->object->envelopes, &reading->envelope, envelope);
-    reading->object->envelopeCount++;
-    return true;
-}
-
-static bool readClip(st_form *form, st_reading *reading) {
-    st_lwClip *clip = lwGetClip(form->file, form->chunkSize);
-    if (clip == nullptr)
-        return false;
-    appendRecord(&reading->object->clips, &reading->clip, clip);
-    reading->object->clipCount++;
-    return true;
+    return addRecord(&layer->vmaps, &reading->vmap, &layer->vmapCount, vmap);
 }
 
 static bool readChunk(st_form *form, st_reading *reading) {
     std::FILE *file = form->file;
     int size = form->chunkSize;
-    st_lwTagList *tags = &reading->object->tagList;
+    st_lwObject *object = reading->object;
     st_lwPointList *points = &reading->layer->pointList;
     st_lwPolygonList *polygons = &reading->layer->polygonList;
     switch (form->chunkID) {
@@ -97,11 +75,16 @@ static bool readChunk(st_form *form, st_reading *reading) {
     case lwID("POLS"): return lwGetPolygons(file, size, polygons, points->offset) != 0;
     case lwID("VMAP"): return readVMap(form, reading, 0);
     case lwID("VMAD"): return readVMap(form, reading, 1);
-    case lwID("PTAG"): return lwGetPolygonTags(file, size, tags, polygons) != 0;
-    case lwID("TAGS"): return lwGetTags(file, size, tags) != 0;
-    case lwID("ENVL"): return readEnvelope(form, reading);
-    case lwID("CLIP"): return readClip(form, reading);
-    case lwID("SURF"): return addSurface(reading, lwGetSurface(file, size));
+    case lwID("PTAG"): return lwGetPolygonTags(file, size, &object->tagList, polygons) != 0;
+    case lwID("TAGS"): return lwGetTags(file, size, &object->tagList) != 0;
+    case lwID("ENVL"):
+        return addRecord(&object->envelopes, &reading->envelope, &object->envelopeCount,
+                         lwGetEnvelope(file, size));
+    case lwID("CLIP"):
+        return addRecord(&object->clips, &reading->clip, &object->clipCount, lwGetClip(file, size));
+    case lwID("SURF"):
+        return addRecord(&object->surfaces, &reading->surface, &object->surfaceCount,
+                         lwGetSurface(file, size));
     case lwID("BBOX"): return readBoundingBox(form, reading->layer);
     default: return skipChunk(form);
     }

@@ -4,8 +4,7 @@
 #include "reader/loading.h"
 #include "reader/lwo2.h"
 #include "reader/lwobSurface.h"
-
-#include <cstdlib>
+#include "reader/records.h"
 
 // ------------------------------------------------------------------------ polygons
 
@@ -78,13 +77,16 @@ int lwGetPolygons5(std::FILE *file, int size, st_lwPolygonList *polygonList, int
 static bool readChunk(st_form *form, st_reading *reading) {
     std::FILE *file = form->file;
     int size = form->chunkSize;
+    st_lwObject *object = reading->object;
     st_lwPointList *points = &reading->layer->pointList;
     st_lwPolygonList *polygons = &reading->layer->polygonList;
     switch (form->chunkID) {
     case lwID("PNTS"): return lwGetPoints(file, size, points) != 0;
     case lwID("POLS"): return lwGetPolygons5(file, size, polygons, points->offset) != 0;
-    case lwID("SRFS"): return lwGetTags(file, size, &reading->object->tagList) != 0;
-    case lwID("SURF"): return addSurface(reading, readOldSurface(file, size, reading));
+    case lwID("SRFS"): return lwGetTags(file, size, &object->tagList) != 0;
+    case lwID("SURF"):
+        return addRecord(&object->surfaces, &reading->surface, &object->surfaceCount,
+                         readOldSurface(file, size, reading));
     default: return skipChunk(form);
     }
 }

@@ -11,7 +11,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <initializer_list>
 
 constexpr float PERCENT = 0.00390625F; // 1 / 256: the unit of the two-byte amounts
 constexpr double BYTE_FULL = 255.0;    // full intensity of a colour byte
@@ -364,10 +363,7 @@ static void readSubChunk(std::FILE *file, unsigned int id, int length, st_oldSur
 // The lists within the surface, which have grown at the front.
 static void reverseLists(st_lwSurface *surface) {
     reverseRecords(&surface->shaders);
-    for (st_lwTexture **textures :
-         {&surface->color.textures, &surface->diffuse.textures, &surface->specularity.textures,
-          &surface->reflection.textures, &surface->transparency.textures,
-          &surface->luminosity.textures, &surface->bump.textures})
+    for (st_lwTexture **textures : textureListsOf(surface).lists)
         reverseRecords(textures);
 }
 

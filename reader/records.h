@@ -42,6 +42,16 @@ template <typename Record> void appendRecord(Record **list, Record **last, Recor
     *last = item;
 }
 
+// Appends a record that was read, and counts it; false for null.
+template <typename Record>
+bool addRecord(Record **list, Record **last, int *count, Record *record) {
+    if (record == nullptr)
+        return false;
+    appendRecord(list, last, record);
+    ++*count;
+    return true;
+}
+
 // Puts an item first: how the lists within a record grow while it is read. They are turned round
 // or sorted when it is complete.
 template <typename Record> void prependRecord(Record **list, Record *item) {
@@ -60,6 +70,13 @@ template <typename Record> void reverseRecords(Record **list) {
         record->prev = next;
         record = next;
     }
+}
+
+// The first record of that index; null if there is none.
+template <typename Record> Record *findRecord(Record *list, int index) {
+    while (list != nullptr && list->index != index)
+        list = list->next;
+    return list;
 }
 
 // Merges two sorted lists by their next links alone; of equal records those of a come first.

@@ -57,11 +57,6 @@ int getCode(std::FILE *file) {
     return static_cast<int>(getU2(file));
 }
 
-void getEnvValue(std::FILE *file, st_lwEnvValue *target) {
-    target->value = getF4(file);
-    target->envelope = getVX(file);
-}
-
 void getVector(std::FILE *file, float vector[3]) {
     for (int axis = 0; axis < 3; axis++)
         vector[axis] = getF4(file);

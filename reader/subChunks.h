@@ -40,8 +40,11 @@ bool nextSubChunk(st_subChunks *subs);
 // U2, for the int fields of records.
 int getCode(std::FILE *file);
 
-// F4 value, VX envelope.
-void getEnvValue(std::FILE *file, st_lwEnvValue *target);
+// F4 value, VX envelope, for whatever has these.
+template <typename Channel> void getEnvValue(std::FILE *file, Channel *target) {
+    target->value = getF4(file);
+    target->envelope = getVX(file);
+}
 
 // Three F4.
 void getVector(std::FILE *file, float vector[3]);

@@ -2,8 +2,7 @@
 #include "reader/lwo2.h"
 #include "reader/records.h"
 #include "reader/subChunks.h"
-
-#include <initializer_list>
+#include "reader/texture.h"
 
 st_lwSurface *lwDefaultSurface() {
     st_lwSurface *surface = newRecord<st_lwSurface>();
@@ -19,22 +18,21 @@ st_lwSurface *lwDefaultSurface() {
     return surface;
 }
 
+st_textureLists textureListsOf(st_lwSurface *surface) {
+    return {{&surface->color.textures, &surface->luminosity.textures, &surface->diffuse.textures,
+             &surface->specularity.textures, &surface->glossiness.textures,
+             &surface->reflection.textures, &surface->transparency.textures, &surface->eta.textures,
+             &surface->translucency.textures, &surface->bump.textures}};
+}
+
 void lwFreeSurface(st_lwSurface *surface) {
     if (surface == nullptr)
         return;
     std::free(surface->name);
     std::free(surface->srcName);
     _lwListFree(surface->shaders, lwFreePlugin);
-    _lwListFree(surface->color.textures, lwFreeTexture);
-    _lwListFree(surface->luminosity.textures, lwFreeTexture);
-    _lwListFree(surface->diffuse.textures, lwFreeTexture);
-    _lwListFree(surface->specularity.textures, lwFreeTexture);
-    _lwListFree(surface->glossiness.textures, lwFreeTexture);
-    _lwListFree(surface->reflection.textures, lwFreeTexture);
-    _lwListFree(surface->transparency.textures, lwFreeTexture);
-    _lwListFree(surface->eta.textures, lwFreeTexture);
-    _lwListFree(surface->translucency.textures, lwFreeTexture);
-    _lwListFree(surface->bump.textures, lwFreeTexture);
+    for (st_lwTexture **textures : textureListsOf(surface).lists)
+        _lwListFree(*textures, lwFreeTexture);
     std::free(surface);
 }
 
@@ -96,16 +94,6 @@ static void readBlock(std::FILE *file, int length, st_lwSurface *surface) {
 
 // -------------------------------------------------------------- the surface (SURF)
 
-static void getChannel(std::FILE *file, st_lwValueChannel *channel) {
-    channel->value = getF4(file);
-    channel->envelope = getVX(file);
-}
-
-static void getChannel(std::FILE *file, st_lwMirrorChannel *channel) {
-    channel->value = getF4(file);
-    channel->envelope = getVX(file);
-}
-
 static void getColor(std::FILE *file, st_lwColorChannel *channel) {
     getVector(file, channel->rgb);
     channel->envelope = getVX(file);
@@ -131,11 +119,7 @@ static void getAlpha(std::FILE *file, st_lwSurface *surface) {
 static void sortLists(st_lwSurface *surface) {
     reverseRecords(&surface->shaders);
     sortRecords(&surface->shaders, compare_shaders);
-    for (st_lwTexture **textures :
-         {&surface->color.textures, &surface->luminosity.textures, &surface->diffuse.textures,
-          &surface->specularity.textures, &surface->glossiness.textures,
-          &surface->reflection.textures, &surface->transparency.textures, &surface->eta.textures,
-          &surface->translucency.textures, &surface->bump.textures}) {
+    for (st_lwTexture **textures : textureListsOf(surface).lists) {
         reverseRecords(textures);
         sortRecords(textures, compare_textures);
     }
@@ -144,20 +128,20 @@ static void sortLists(st_lwSurface *surface) {
 static void readSubChunk(std::FILE *file, unsigned int id, int length, st_lwSurface *surface) {
     switch (id) {
     case lwID("COLR"): getColor(file, &surface->color); break;
-    case lwID("LUMI"): getChannel(file, &surface->luminosity); break;
-    case lwID("DIFF"): getChannel(file, &surface->diffuse); break;
-    case lwID("SPEC"): getChannel(file, &surface->specularity); break;
-    case lwID("GLOS"): getChannel(file, &surface->glossiness); break;
-    case lwID("REFL"): getChannel(file, &surface->reflection); break;
+    case lwID("LUMI"): getEnvValue(file, &surface->luminosity); break;
+    case lwID("DIFF"): getEnvValue(file, &surface->diffuse); break;
+    case lwID("SPEC"): getEnvValue(file, &surface->specularity); break;
+    case lwID("GLOS"): getEnvValue(file, &surface->glossiness); break;
+    case lwID("REFL"): getEnvValue(file, &surface->reflection); break;
     case lwID("RFOP"): surface->reflection.options = getCode(file); break;
     case lwID("RIMG"): surface->reflection.clipIndex = getVX(file); break;
     case lwID("RSAN"): surface->reflection.seamAngle = getF4(file); break;
-    case lwID("TRAN"): getChannel(file, &surface->transparency); break;
+    case lwID("TRAN"): getEnvValue(file, &surface->transparency); break;
     case lwID("TROP"): surface->transparency.options = getCode(file); break;
     case lwID("TIMG"): surface->transparency.clipIndex = getVX(file); break;
-    case lwID("RIND"): getChannel(file, &surface->eta); break;
-    case lwID("TRNL"): getChannel(file, &surface->translucency); break;
-    case lwID("BUMP"): getChannel(file, &surface->bump); break;
+    case lwID("RIND"): getEnvValue(file, &surface->eta); break;
+    case lwID("TRNL"): getEnvValue(file, &surface->translucency); break;
+    case lwID("BUMP"): getEnvValue(file, &surface->bump); break;
     case lwID("SMAN"): surface->smoothing = getF4(file); break;
     case lwID("SIDE"): surface->sideFlags = getCode(file); break;
     case lwID("CLRH"): getEnvValue(file, &surface->colorHighlight); break;

@@ -2,16 +2,20 @@
 // compared once for the whole object, by sorting them, however many layers and polygons it has.
 #include "reader/tagSurfaces.h"
 
+#include "reader/largeArrays.h"
 #include "reader/lwo2.h"
 #include "reader/records.h"
 
 #include <algorithm>
+#include <numeric>
 
 // A tag, or the nameless one behind the last.
 struct st_tagSlot {
     int leader;          // the first tag of the same name
     st_lwSurface *known; // of a leader: the first surface of the name; null: none yet
-    st_lwSurface *made;  // default surface made for this tag in the layer at hand
+    int knownLayer;      // that made it; 0: it was there before
+    st_lwSurface *made;  // the latest default surface for this tag; null: none yet
+    int madeLayer;       // that made it
 };
 
 struct st_tagSurfaces {
@@ -19,67 +23,37 @@ struct st_tagSurfaces {
     st_lwSurface **list; // of the object
     int *count;          // of the list
     st_tagSlot *slots;   // owned; one more than tags
-    int *madeTags;       // owned; the tags with a made surface, in that order
-    int madeCount;
-    st_lwSurface *last; // where the list is appended to: some record of it; null: none known
+    int layer;           // at hand, from 1
+    st_lwSurface *last;  // where the list is appended to: some record of it; null: none known
 };
 
-// A name of a surface or, when that is null, of a tag.
-struct st_tagName {
-    const char *name;
-    st_lwSurface *surface;
-    int order; // place in the list of surfaces, or tag index
-};
-
-// By name, the surfaces before the tags, each in their order.
-static bool isBefore(const st_tagName &a, const st_tagName &b) {
-    int difference = compareStrings(a.name, b.name);
-    if (difference != 0)
-        return difference < 0;
-    if ((a.surface == nullptr) != (b.surface == nullptr))
-        return a.surface != nullptr;
-    return a.order < b.order;
+// Null for the nameless tag behind the last.
+static const char *nameOf(const st_lwTagList *tagList, int tag) {
+    return tag < tagList->count ? tagList->tags[tag] : nullptr;
 }
 
-static void listNames(const st_tagSurfaces *tagSurfaces, st_tagName *names) {
-    int order = 0;
-    for (st_lwSurface *surface = *tagSurfaces->list; surface != nullptr; surface = surface->next)
-        *names++ = {surface->name, surface, order++};
-    int tagCount = tagSurfaces->tagList->count;
-    for (int i = 0; i < tagCount; i++)
-        *names++ = {tagSurfaces->tagList->tags[i], nullptr, i};
-    *names = {nullptr, nullptr, tagCount};
-}
-
-// Gives every tag its leader, and the leaders the surfaces that are there.
-static void matchNames(st_tagSurfaces *tagSurfaces, const st_tagName *names, std::size_t count) {
-    st_lwSurface *known = nullptr;
-    int leader = -1;
-    for (std::size_t i = 0; i < count; i++) {
-        if (i == 0 || compareStrings(names[i].name, names[i - 1].name) != 0) {
-            known = names[i].surface;
-            leader = -1;
-        }
-        if (names[i].surface != nullptr)
-            continue;
-        if (leader < 0)
-            leader = names[i].order;
-        tagSurfaces->slots[names[i].order] = {leader, known, nullptr};
+// Gives every tag its leader, and the leaders the surfaces that are there; order has room for all.
+static void matchNames(st_tagSurfaces *tagSurfaces, int *order) {
+    const st_lwTagList *tags = tagSurfaces->tagList;
+    int *end = order + tags->count + 1;
+    std::iota(order, end, 0);
+    std::sort(order, end, [tags](int a, int b) {
+        int difference = compareStrings(nameOf(tags, a), nameOf(tags, b));
+        return difference != 0 ? difference < 0 : a < b;
+    });
+    for (int *tag = order; tag < end; tag++) {
+        bool again = tag > order && compareStrings(nameOf(tags, tag[-1]), nameOf(tags, *tag)) == 0;
+        tagSurfaces->slots[*tag].leader = again ? tagSurfaces->slots[tag[-1]].leader : *tag;
     }
-}
-
-static bool indexNames(st_tagSurfaces *tagSurfaces) {
-    std::size_t count = static_cast<std::size_t>(tagSurfaces->tagList->count) + 1;
-    for (st_lwSurface *surface = *tagSurfaces->list; surface != nullptr; surface = surface->next)
-        count++;
-    st_tagName *names = static_cast<st_tagName *>(std::malloc(count * sizeof(st_tagName)));
-    if (names == nullptr)
-        return false;
-    listNames(tagSurfaces, names);
-    std::sort(names, names + count, isBefore);
-    matchNames(tagSurfaces, names, count);
-    std::free(names);
-    return true;
+    for (st_lwSurface *surface = *tagSurfaces->list; surface != nullptr; surface = surface->next) {
+        const int *tag =
+            std::lower_bound(order, end, surface->name, [tags](int a, const char *name) {
+                return compareStrings(nameOf(tags, a), name) < 0;
+            });
+        if (tag < end && compareStrings(nameOf(tags, *tag), surface->name) == 0 &&
+            tagSurfaces->slots[*tag].known == nullptr)
+            tagSurfaces->slots[*tag].known = surface;
+    }
 }
 
 st_tagSurfaces *beginTagSurfaces(st_lwTagList *tagList, st_lwSurface **surfaces,
@@ -88,21 +62,23 @@ st_tagSurfaces *beginTagSurfaces(st_lwTagList *tagList, st_lwSurface **surfaces,
     if (made == nullptr)
         return nullptr;
     std::size_t slots = static_cast<std::size_t>(tagList->count) + 1;
+    int *order = static_cast<int *>(allocArray(slots, sizeof(int)));
     made->tagList = tagList;
     made->list = surfaces;
     made->count = surfaceCount;
-    made->slots = static_cast<st_tagSlot *>(std::malloc(slots * sizeof(st_tagSlot)));
-    made->madeTags = static_cast<int *>(std::malloc(slots * sizeof(int)));
-    if (made->slots == nullptr || made->madeTags == nullptr || !indexNames(made)) {
-        endTagSurfaces(made);
-        return nullptr;
-    }
-    return made;
+    made->slots = static_cast<st_tagSlot *>(std::calloc(slots, sizeof(st_tagSlot)));
+    bool done = order != nullptr && made->slots != nullptr;
+    if (done)
+        matchNames(made, order);
+    std::free(order);
+    if (done)
+        return made;
+    endTagSurfaces(made);
+    return nullptr;
 }
 
 void endTagSurfaces(st_tagSurfaces *tagSurfaces) {
     std::free(tagSurfaces->slots);
-    std::free(tagSurfaces->madeTags);
     std::free(tagSurfaces);
 }
 
@@ -125,35 +101,29 @@ static st_lwSurface *addDefaultSurface(st_tagSurfaces *tagSurfaces, const char *
 // one gets a surface of its own.
 static st_lwSurface *surfaceOfTag(st_tagSurfaces *tagSurfaces, std::intptr_t tag) {
     int tagCount = tagSurfaces->tagList->count;
+    int layer = tagSurfaces->layer;
     // Deliberate: an index equal to the number of tags passes, as a nameless tag.
     if (tag < 0 || tag > tagCount)
         return nullptr;
     st_tagSlot *slot = &tagSurfaces->slots[tag];
-    st_lwSurface *known = tagSurfaces->slots[slot->leader].known;
-    if (known != nullptr && tag < tagCount)
-        return known;
-    if (slot->made == nullptr) {
-        slot->made = addDefaultSurface(tagSurfaces,
-                                       tag < tagCount ? tagSurfaces->tagList->tags[tag] : nullptr);
-        tagSurfaces->madeTags[tagSurfaces->madeCount++] = static_cast<int>(tag);
+    st_tagSlot *leader = &tagSurfaces->slots[slot->leader];
+    if (leader->known != nullptr && leader->knownLayer < layer && tag < tagCount)
+        return leader->known;
+    if (slot->madeLayer == layer)
+        return slot->made;
+    slot->made =
+        addDefaultSurface(tagSurfaces, nameOf(tagSurfaces->tagList, static_cast<int>(tag)));
+    slot->madeLayer = layer;
+    if (leader->known == nullptr) {
+        leader->known = slot->made;
+        leader->knownLayer = layer;
     }
     return slot->made;
 }
 
-// Lets the next layer find by name what was made for this one.
-static void publishMade(st_tagSurfaces *tagSurfaces) {
-    for (int i = 0; i < tagSurfaces->madeCount; i++) {
-        st_tagSlot *slot = &tagSurfaces->slots[tagSurfaces->madeTags[i]];
-        st_lwSurface **known = &tagSurfaces->slots[slot->leader].known;
-        if (*known == nullptr)
-            *known = slot->made;
-        slot->made = nullptr;
-    }
-    tagSurfaces->madeCount = 0;
-}
-
 bool resolveTagSurfaces(st_tagSurfaces *tagSurfaces, st_lwPolygonList *polygonList) {
     bool named = tagSurfaces->tagList->count > 0;
+    tagSurfaces->layer++;
     for (int i = 0; i < polygonList->count; i++) {
         st_lwPolygon *polygon = &polygonList->polygons[i];
         st_lwSurface *surface = named ? surfaceOfTag(tagSurfaces, polygon->surfaceTag) : nullptr;
@@ -161,7 +131,6 @@ bool resolveTagSurfaces(st_tagSurfaces *tagSurfaces, st_lwPolygonList *polygonLi
             return false;
         polygon->surface = surface;
     }
-    publishMade(tagSurfaces);
     return true;
 }
 

@@ -113,62 +113,65 @@ st_lwVMap *lwGetVMap(std::FILE *file, int size, int /*pointOffset*/, int /*polyg
 }
 
 // ---------------------------------------------------------------------- references
-//
-// Both kinds are counted, given room, and then filled in a second, equal walk.
 
-// Zeroes the count that it makes room for; false without memory.
-static bool allocRefs(int *count, st_lwVMapRef **refs) {
-    if (*count == 0)
-        return true;
-    std::size_t size = static_cast<std::size_t>(*count) * sizeof(st_lwVMapRef);
-    *refs = static_cast<st_lwVMapRef *>(std::malloc(size));
-    *count = 0;
-    return *refs != nullptr;
+// Both kinds are counted, and then listed in a second, equal walk.
+
+// Counts an entry for a point or corner, which forgets what it knew.
+static void countRef(int *count, st_lwVMapRef **refs) {
+    if (*refs != nullptr) {
+        replaceOwned(refs, static_cast<st_lwVMapRef *>(nullptr));
+        *count = 0;
+    }
+    ++*count;
+}
+
+// Lists an entry; the first one makes room for all that were counted. False without memory.
+static bool addRef(int *count, st_lwVMapRef **refs, st_lwVMap *vmap, int entry) {
+    if (*refs == nullptr) {
+        std::size_t size = static_cast<std::size_t>(*count) * sizeof(st_lwVMapRef);
+        *refs = static_cast<st_lwVMapRef *>(std::malloc(size));
+        if (*refs == nullptr)
+            return false;
+        *count = 0;
+    }
+    (*refs)[(*count)++] = {vmap, entry};
+    return true;
 }
 
 // False when an entry is for a point that is not there.
-static bool countPointRefs(st_lwPointList *pointList, const st_lwVMap *vmap) {
+static bool countPointRefs(st_lwPointList *points, const st_lwVMap *vmap) {
     for (int entry = 0; entry < vmap->count; entry++) {
         int index = vmap->pointIndices[entry];
-        if (index < 0 || index >= pointList->count)
+        if (index < 0 || index >= points->count)
             return false;
-        pointList->points[index].vmapCount++;
+        countRef(&points->points[index].vmapCount, &points->points[index].vmapRefs);
     }
     return true;
 }
 
-static void addPointRefs(st_lwPointList *pointList, st_lwVMap *vmap) {
+static bool addPointRefs(st_lwPointList *points, st_lwVMap *vmap) {
     for (int entry = 0; entry < vmap->count; entry++) {
-        st_lwPoint *point = &pointList->points[vmap->pointIndices[entry]];
-        point->vmapRefs[point->vmapCount++] = {vmap, entry};
+        st_lwPoint *point = &points->points[vmap->pointIndices[entry]];
+        if (!addRef(&point->vmapCount, &point->vmapRefs, vmap, entry))
+            return false;
     }
-}
-
-static bool hasMaps(const st_lwVMap *vmaps, int perPolygon) {
-    while (vmaps != nullptr && (vmaps->perPolygon != 0) != (perPolygon != 0))
-        vmaps = vmaps->next;
-    return vmaps != nullptr;
+    return true;
 }
 
 int lwGetPointVMaps(st_lwPointList *pointList, st_lwVMap *vmaps) {
-    if (!hasMaps(vmaps, 0))
-        return 1;
     for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
         if (vmap->perPolygon == 0 && !countPointRefs(pointList, vmap))
             return 0;
-    for (int i = 0; i < pointList->count; i++)
-        if (!allocRefs(&pointList->points[i].vmapCount, &pointList->points[i].vmapRefs))
-            return 0;
     for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
-        if (vmap->perPolygon == 0)
-            addPointRefs(pointList, vmap);
+        if (vmap->perPolygon == 0 && !addPointRefs(pointList, vmap))
+            return 0;
     return 1;
 }
 
 // The corner that an entry is for; null when the polygon does not use the point.
-static st_lwPolygonVertex *findCorner(const st_lwPolygonList *polygonList, const st_lwVMap *vmap,
+static st_lwPolygonVertex *findCorner(const st_lwPolygonList *polygons, const st_lwVMap *vmap,
                                       int entry) {
-    const st_lwPolygon *polygon = &polygonList->polygons[vmap->polygonIndices[entry]];
+    const st_lwPolygon *polygon = &polygons->polygons[vmap->polygonIndices[entry]];
     for (int i = 0; i < polygon->vertexCount; i++)
         if (polygon->vertices[i].index == vmap->pointIndices[entry])
             return &polygon->vertices[i];
@@ -176,44 +179,33 @@ static st_lwPolygonVertex *findCorner(const st_lwPolygonList *polygonList, const
 }
 
 // False when an entry is for a polygon that is not there.
-static bool countCornerRefs(st_lwPolygonList *polygonList, const st_lwVMap *vmap) {
+static bool countCornerRefs(st_lwPolygonList *polygons, const st_lwVMap *vmap) {
     for (int entry = 0; entry < vmap->count; entry++) {
         int index = vmap->polygonIndices[entry];
-        if (index < 0 || index >= polygonList->count)
+        if (index < 0 || index >= polygons->count)
             return false;
-        st_lwPolygonVertex *corner = findCorner(polygonList, vmap, entry);
+        st_lwPolygonVertex *corner = findCorner(polygons, vmap, entry);
         if (corner != nullptr)
-            corner->vmapCount++;
+            countRef(&corner->vmapCount, &corner->vmapRefs);
     }
     return true;
 }
 
-static void addCornerRefs(st_lwPolygonList *polygonList, st_lwVMap *vmap) {
+static bool addCornerRefs(st_lwPolygonList *polygons, st_lwVMap *vmap) {
     for (int entry = 0; entry < vmap->count; entry++) {
-        st_lwPolygonVertex *corner = findCorner(polygonList, vmap, entry);
-        if (corner != nullptr)
-            corner->vmapRefs[corner->vmapCount++] = {vmap, entry};
-    }
-}
-
-static bool allocCornerRefs(st_lwPolygon *polygon) {
-    for (int i = 0; i < polygon->vertexCount; i++)
-        if (!allocRefs(&polygon->vertices[i].vmapCount, &polygon->vertices[i].vmapRefs))
+        st_lwPolygonVertex *corner = findCorner(polygons, vmap, entry);
+        if (corner != nullptr && !addRef(&corner->vmapCount, &corner->vmapRefs, vmap, entry))
             return false;
+    }
     return true;
 }
 
 int lwGetPolyVMaps(st_lwPolygonList *polygonList, st_lwVMap *vmaps) {
-    if (!hasMaps(vmaps, 1))
-        return 1;
     for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
         if (vmap->perPolygon != 0 && !countCornerRefs(polygonList, vmap))
             return 0;
-    for (int i = 0; i < polygonList->count; i++)
-        if (!allocCornerRefs(&polygonList->polygons[i]))
-            return 0;
     for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
-        if (vmap->perPolygon != 0)
-            addCornerRefs(polygonList, vmap);
+        if (vmap->perPolygon != 0 && !addCornerRefs(polygonList, vmap))
+            return 0;
     return 1;
 }
