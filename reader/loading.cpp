@@ -8,6 +8,31 @@
 #include <algorithm>
 #include <cerrno>
 
+// ------------------------------------------------------------------------- release
+
+void lwFreeLayer(st_lwLayer *layer) {
+    if (layer == nullptr)
+        return;
+    std::free(layer->name);
+    lwFreePoints(&layer->pointList);
+    lwFreePolygons(&layer->polygonList);
+    _lwListFree(layer->vmaps, lwFreeVMap);
+    std::free(layer);
+}
+
+void lwFreeObject(st_lwObject *object) {
+    if (object == nullptr)
+        return;
+    _lwListFree(object->layers, lwFreeLayer);
+    _lwListFree(object->envelopes, lwFreeEnvelope);
+    _lwListFree(object->clips, lwFreeClip);
+    _lwListFree(object->surfaces, lwFreeSurface);
+    lwFreeTags(&object->tagList);
+    std::free(object);
+}
+
+// ------------------------------------------------------------------------- reading
+
 bool addLayer(st_reading *reading) {
     st_lwLayer *layer = newRecord<st_lwLayer>();
     if (layer == nullptr)

@@ -5,29 +5,6 @@
 #include "reader/records.h"
 #include "reader/subChunks.h"
 
-// ------------------------------------------------------------------------- release
-
-void lwFreeLayer(st_lwLayer *layer) {
-    if (layer == nullptr)
-        return;
-    std::free(layer->name);
-    lwFreePoints(&layer->pointList);
-    lwFreePolygons(&layer->polygonList);
-    _lwListFree(layer->vmaps, lwFreeVMap);
-    std::free(layer);
-}
-
-void lwFreeObject(st_lwObject *object) {
-    if (object == nullptr)
-        return;
-    _lwListFree(object->layers, lwFreeLayer);
-    _lwListFree(object->envelopes, lwFreeEnvelope);
-    _lwListFree(object->clips, lwFreeClip);
-    _lwListFree(object->surfaces, lwFreeSurface);
-    lwFreeTags(&object->tagList);
-    std::free(object);
-}
-
 // -------------------------------------------------------------------------- chunks
 
 // LAYR: U2 index, U2 flags, 3 F4 pivot, S0 name, and U2 parent in newer files. The first one
