@@ -1,5 +1,6 @@
 // Files read while there is no memory: one allocation fails, or that one and all after it, for
 // every one that a load makes.
+#include "checker/modelFile.h"
 #include "image/targa_image.h"
 #include "renderer/lwoRenderer.h"
 #include "tests/support/allocations.h"
@@ -9,7 +10,6 @@
 #include "tests/support/sampleModels.h"
 #include "tests/support/targaWriter.h"
 #include "tests/support/testFolder.h"
-#include "tools/lwoinfo/modelFile.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 // Object files through everything that lwoinfo says of them.
 #include "fuzz/targets.h"
 
+#include "checker/modelCheck.h"
 #include "fuzz/inputFile.h"
 #include "tests/support/allocations.h"
 #include "tests/support/keptMemory.h"
 #include "tests/support/sampleModels.h"
-#include "tools/lwoinfo/check/modelCheck.h"
 #include "tools/lwoinfo/json.h"
 #include "tools/lwoinfo/report.h"
 

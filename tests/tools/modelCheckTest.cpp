@@ -1,9 +1,9 @@
 // Every rule of the check on a model that breaks it and none other.
-#include "tools/lwoinfo/check/modelCheck.h"
+#include "checker/modelCheck.h"
+#include "checker/plainText.h"
 #include "tests/support/checkObject.h"
 #include "tests/tools/plankModel.h"
 #include "tools/lwoinfo/json.h"
-#include "tools/lwoinfo/plainText.h"
 #include "tools/lwoinfo/report.h"
 
 #include <gtest/gtest.h>

@@ -2,9 +2,9 @@
 // that are none become null when the document is written.
 #include "tools/lwoinfo/json.h"
 
+#include "checker/facts.h"
+#include "checker/plainText.h"
 #include "renderer/textureFiles.h"
-#include "tools/lwoinfo/facts.h"
-#include "tools/lwoinfo/plainText.h"
 
 // An empty string is as good as none.
 static Json text(const char *bytes) {

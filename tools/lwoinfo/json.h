@@ -1,8 +1,8 @@
 // A model as JSON, for programs.
 #pragma once
 
-#include "tools/lwoinfo/check/finding.h"
-#include "tools/lwoinfo/modelFile.h"
+#include "checker/finding.h"
+#include "checker/modelFile.h"
 
 #include <nlohmann/json.hpp>
 

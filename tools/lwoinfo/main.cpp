@@ -3,11 +3,11 @@
 //   lwoinfo FILE-OR-FOLDER...            layers, polygons, surfaces, textures, ... of each model
 //   lwoinfo --check FILE-OR-FOLDER...    only what is wrong with them
 //   lwoinfo --json [--check] ...         either as one JSON document
+#include "checker/modelCheck.h"
+#include "checker/modelFile.h"
+#include "checker/plainText.h"
 #include "tools/arguments.h"
-#include "tools/lwoinfo/check/modelCheck.h"
 #include "tools/lwoinfo/json.h"
-#include "tools/lwoinfo/modelFile.h"
-#include "tools/lwoinfo/plainText.h"
 #include "tools/lwoinfo/report.h"
 
 #include <algorithm>

@@ -2,9 +2,9 @@
 // there is nothing are left out, too.
 #include "tools/lwoinfo/report.h"
 
+#include "checker/facts.h"
+#include "checker/plainText.h"
 #include "renderer/textureFiles.h"
-#include "tools/lwoinfo/facts.h"
-#include "tools/lwoinfo/plainText.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // A model in words and columns, for people.
 #pragma once
 
-#include "tools/lwoinfo/modelFile.h"
+#include "checker/modelFile.h"
 
 #include <string>
 

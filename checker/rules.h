@@ -3,9 +3,9 @@
 //   std::vector<st_finding> findings = applyRules(model);
 #pragma once
 
-#include "tools/lwoinfo/check/finding.h"
-#include "tools/lwoinfo/check/images.h"
-#include "tools/lwoinfo/check/surfaceUse.h"
+#include "checker/finding.h"
+#include "checker/images.h"
+#include "checker/surfaceUse.h"
 
 #include <string>
 #include <vector>

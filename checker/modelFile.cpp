@@ -1,8 +1,8 @@
 // Puts into words what the reader reports through failID, failpos and errno.
-#include "tools/lwoinfo/modelFile.h"
+#include "checker/modelFile.h"
 
+#include "checker/plainText.h"
 #include "files/regularFile.h"
-#include "tools/lwoinfo/plainText.h"
 
 #include <cerrno>
 #include <cstdio>

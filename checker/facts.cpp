@@ -1,8 +1,8 @@
 // Tables of attributes: each names a value and says where it lies. What is default is asked of
 // the reader's own default surface.
-#include "tools/lwoinfo/facts.h"
+#include "checker/facts.h"
 
-#include "tools/lwoinfo/plainText.h"
+#include "checker/plainText.h"
 
 #include <algorithm>
 #include <cmath>

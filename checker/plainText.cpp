@@ -1,5 +1,5 @@
 // Names in old files are Latin-1 as a rule, in newer ones UTF-8.
-#include "tools/lwoinfo/plainText.h"
+#include "checker/plainText.h"
 
 #include <algorithm>
 #include <cctype>

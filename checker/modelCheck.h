@@ -5,8 +5,8 @@
 //       std::printf("%s\n", findingLine(model.path, finding).c_str());
 #pragma once
 
-#include "tools/lwoinfo/check/finding.h"
-#include "tools/lwoinfo/modelFile.h"
+#include "checker/finding.h"
+#include "checker/modelFile.h"
 
 #include <string>
 #include <vector>

@@ -1,9 +1,9 @@
 // Rules about colour textures, their clips and the image files.
+#include "checker/facts.h"
+#include "checker/plainText.h"
+#include "checker/rules.h"
 #include "image/image.h"
 #include "renderer/textureFiles.h"
-#include "tools/lwoinfo/check/rules.h"
-#include "tools/lwoinfo/facts.h"
-#include "tools/lwoinfo/plainText.h"
 
 #include <filesystem>
 

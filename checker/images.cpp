@@ -1,11 +1,11 @@
 // What the renderer would make of a file is found out by the loader that it uses.
-#include "tools/lwoinfo/check/images.h"
+#include "checker/images.h"
 
+#include "checker/facts.h"
+#include "checker/modelFile.h"
 #include "image/image.h"
 #include "image/targa_image.h"
 #include "renderer/textureFiles.h"
-#include "tools/lwoinfo/facts.h"
-#include "tools/lwoinfo/modelFile.h"
 
 #include <cctype>
 #include <filesystem>

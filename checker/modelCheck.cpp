@@ -1,8 +1,8 @@
 // Prepares what the rules look at, and has them applied.
-#include "tools/lwoinfo/check/modelCheck.h"
+#include "checker/modelCheck.h"
 
+#include "checker/rules.h"
 #include "driver/modelPaths.h"
-#include "tools/lwoinfo/check/rules.h"
 
 #include <filesystem>
 #include <iterator>

@@ -1,7 +1,7 @@
 // Rules about layers, polygons, names and the coordinates of textures.
-#include "tools/lwoinfo/check/rules.h"
-#include "tools/lwoinfo/facts.h"
-#include "tools/lwoinfo/plainText.h"
+#include "checker/facts.h"
+#include "checker/plainText.h"
+#include "checker/rules.h"
 
 constexpr std::size_t LONGEST_NAME = 31; // bytes of a surface's name that the renderer keeps
 constexpr int LAYER_HIDDEN = 1;          // in st_lwLayer::flags

@@ -1,7 +1,7 @@
 // Findings as lines for people.
-#include "tools/lwoinfo/check/finding.h"
+#include "checker/finding.h"
 
-#include "tools/lwoinfo/plainText.h"
+#include "checker/plainText.h"
 
 std::string findingLine(const std::string &path, const st_finding &finding) {
     std::string line = printable(path) + ": " + (finding.isNote ? "note: " : "") + finding.what +

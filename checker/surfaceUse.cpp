@@ -1,9 +1,9 @@
 // Counts polygons and corners as the renderer would draw them.
-#include "tools/lwoinfo/check/surfaceUse.h"
+#include "checker/surfaceUse.h"
 
+#include "checker/facts.h"
+#include "checker/plainText.h"
 #include "renderer/lwoRenderer.h"
-#include "tools/lwoinfo/facts.h"
-#include "tools/lwoinfo/plainText.h"
 
 #include <cmath>
 

@@ -1,5 +1,5 @@
 // Applies the tables of rules.
-#include "tools/lwoinfo/check/rules.h"
+#include "checker/rules.h"
 
 void report(st_ruleReport *to, const std::string &what, const std::string &consequence,
             const std::string &remedy) {
