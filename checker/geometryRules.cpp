@@ -175,8 +175,11 @@ static void uvValues(const st_checkedModel & /*model*/, const st_surfaceUse &use
                "the texture is torn there", "map again");
 }
 
-const std::vector<st_rule> GEOMETRY_RULES = {
+const std::vector<st_rule> LOADING_RULES = {
     {"color-layers", false, nullptr, colorLayers},
+};
+
+const std::vector<st_rule> GEOMETRY_RULES = {
     {"nothing", false, nothingDrawn, nullptr},
     {"no-surface", false, noSurface, nullptr},
     {"unknown-surface", false, nullptr, unknownSurface},

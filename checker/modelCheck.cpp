@@ -23,6 +23,14 @@ std::vector<st_finding> checkModel(const st_modelFile &file) {
     return applyRules(model);
 }
 
+// What is too large is refused in time.
+std::vector<st_finding> checkLoading(const st_modelFile &file) {
+    st_checkedModel model = {file.object.get(), file.format, directoryOf(file.path), {}, {}};
+    if (!countUses(file.object.get(), &model.uses))
+        return {};
+    return applyRules(model, LOADING_RULES);
+}
+
 // --------------------------------------------------------------------------- folder
 
 static st_finding missingModel(const std::string &name, bool needed) {

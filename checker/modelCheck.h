@@ -16,5 +16,9 @@
 // textures are looked up beside its file.
 std::vector<st_finding> checkModel(const st_modelFile &model);
 
+// Of these only what the renderer would never come back from: ask before you load. Looks at no
+// image.
+std::vector<st_finding> checkLoading(const st_modelFile &model);
+
 // Which of the show's models a folder does not have.
 std::vector<st_finding> checkFolder(const std::string &folder);

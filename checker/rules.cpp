@@ -16,10 +16,22 @@ static void apply(const st_rule &rule, const st_checkedModel &model,
             rule.onSurface(model, use, &to);
 }
 
+static void apply(const std::vector<st_rule> &rules, const st_checkedModel &model,
+                  std::vector<st_finding> *findings) {
+    for (const st_rule &rule : rules)
+        apply(rule, model, findings);
+}
+
+std::vector<st_finding> applyRules(const st_checkedModel &model,
+                                   const std::vector<st_rule> &rules) {
+    std::vector<st_finding> findings;
+    apply(rules, model, &findings);
+    return findings;
+}
+
 std::vector<st_finding> applyRules(const st_checkedModel &model) {
     std::vector<st_finding> findings;
-    for (const std::vector<st_rule> *rules : {&GEOMETRY_RULES, &TEXTURE_RULES})
-        for (const st_rule &rule : *rules)
-            apply(rule, model, &findings);
+    for (const std::vector<st_rule> *rules : {&LOADING_RULES, &GEOMETRY_RULES, &TEXTURE_RULES})
+        apply(*rules, model, &findings);
     return findings;
 }

@@ -37,9 +37,11 @@ struct st_rule {
 void report(st_ruleReport *to, const std::string &what, const std::string &consequence,
             const std::string &remedy);
 
-// Tables of rules.
+// Tables of rules. Those of loading say what the renderer never comes back from.
+extern const std::vector<st_rule> LOADING_RULES;
 extern const std::vector<st_rule> GEOMETRY_RULES;
 extern const std::vector<st_rule> TEXTURE_RULES;
 
-// What all rules find, in their order.
+// What a table of rules finds, and what all of them do, in their order.
+std::vector<st_finding> applyRules(const st_checkedModel &model, const std::vector<st_rule> &rules);
 std::vector<st_finding> applyRules(const st_checkedModel &model);

@@ -1,6 +1,7 @@
 // recordShow's films: what ffprobe sees in them, and their sound against samples that are reckoned
 // here. The music is a WAV under the show's name, so that each of its samples is known.
 #include "tests/support/childProcess.h"
+#include "tests/support/chunkWriter.h"
 #include "tests/support/pngPicture.h"
 #include "tests/support/testFolder.h"
 
@@ -230,6 +231,51 @@ TEST(Film, ctrlCEndsItWhereItIs) {
     EXPECT_NE(readText(output).find("ends after " + std::to_string(frames) + " of 18751"),
               std::string::npos)
         << readText(output);
+}
+
+// A model that takes its time: thousands of smooth triangles meet at a point.
+static std::string slowModel() {
+    constexpr unsigned COUNT = 10000;
+    std::string points = f4(0, 0, 0) + f4(1, 0, 0);
+    std::string polygons = "FACE";
+    std::string tags = "SURF";
+    for (unsigned k = 0; k < COUNT; k++) {
+        points += f4(std::cos(0.1F * static_cast<float>(k)), 1, static_cast<float>(k));
+        polygons += u2(3) + vx(0) + vx(k + 1) + vx(k + 2);
+        tags += vx(k) + vx(0);
+    }
+    return form("LWO2", chunk("TAGS", s0("a")) + chunk("PNTS", points) + chunk("POLS", polygons) +
+                            chunk("PTAG", tags) +
+                            chunk("SURF", s0("a") + s0("") + sub("SMAN", f4(1.5F))));
+}
+
+// Textures that are loaded leave their files open.
+static bool hasTextureOpen(const Child &child) {
+    std::error_code failed;
+    for (const auto &file :
+         fs::directory_iterator("/proc/" + std::to_string(child.pid) + "/fd", failed))
+        if (fs::read_symlink(file.path(), failed).extension() == ".tga")
+            return true;
+    return false;
+}
+
+TEST(Film, aSignalEndsItAtOnceWhileModelsAreLoaded) {
+    const std::string folder = testPath("slow");
+    fs::create_directories(folder + "/lwo");
+    writeFile(testPath("slow.lwo"), slowModel());
+    for (const auto &entry : fs::directory_iterator(SHOW_DIR "/lwo")) {
+        const fs::path name = entry.path().filename();
+        const bool slow = name.extension() == ".lwo" && name != "tree3d.lwo"; // the first
+        fs::create_symlink(slow ? fs::path(testPath("slow.lwo")) : entry.path(),
+                           fs::path(folder) / "lwo" / name);
+    }
+    const std::string film = testPath("never.mkv");
+    Child child = startChild({RECORD_SHOW, film, "--size", "64x48"}, folder,
+                             {"LIBGL_ALWAYS_SOFTWARE=1"}, testPath("never.txt"));
+    EXPECT_TRUE(waitUntil([&] { return hasTextureOpen(child); }));
+    signalChild(child, SIGTERM);
+    EXPECT_EQ(waitChild(child), 128 + SIGTERM);
+    EXPECT_FALSE(fs::exists(film));
 }
 
 TEST(Film, aSignalThatTheCallerSetAsideDoesNotEndIt) {

@@ -1,4 +1,5 @@
 // recordShow on the default set: the pictures are there, complete and the same each time.
+#include "tests/show/endlessModel.h"
 #include "tests/support/childProcess.h"
 #include "tests/support/pngPicture.h"
 #include "tests/support/targaWriter.h"
@@ -108,6 +109,18 @@ TEST(RecordShow, namesTheModelThatIsMissing) {
         EXPECT_NE(said.find("testRender: lwo/k7.lwo is needed now and could not be loaded\n"),
                   std::string::npos);
     }
+}
+
+TEST(RecordShow, endsInOneLineBeforeAModelThatIsNeverLoaded) {
+    const std::string directory = freshDirectory("endless");
+    const std::string output = directory + "/output.txt";
+    fs::create_directory(directory + "/lwo");
+    writeFile(directory + "/lwo/sol.lwo", endlessModel());
+    EXPECT_EQ(runChild({RECORD_SHOW, "--stills", "0", directory}, directory, {}, output), 1);
+    EXPECT_EQ(
+        readText(output),
+        "recordShow: lwo/sol.lwo: surface \"bark\" has 2 colour texture layers: loading never "
+        "ends; leave one of them\n");
 }
 
 TEST(RecordShow, doesWithoutTexturesThatAreMissingOrOfAnotherKind) {

@@ -30,7 +30,9 @@ static void stop(int number) {
     stopSignal = number;
 }
 
-// A signal that the caller had set aside, as nohup does, stays so.
+// Only once there are frames, for nothing else looks at stopSignal: until then a signal ends the
+// process at once, whatever the loader does. One that the caller had set aside, as nohup does,
+// stays so.
 static void stopOn(int number) {
     if (std::signal(number, stop) == SIG_IGN)
         std::signal(number, SIG_IGN);
@@ -44,6 +46,8 @@ static void abandonHalfFilm() {
 
 static void start(st_filmRecording *recording) {
     const st_recordJob &job = recording->job;
+    for (const int number : {SIGINT, SIGTERM, SIGHUP})
+        stopOn(number);
     if (!hasMusic())
         std::fprintf(stderr,
                      "recordShow: no music could be read from msx/: the film has no sound\n");
@@ -93,8 +97,6 @@ static void finish(st_filmRecording *recording) {
 
 int recordFilm(const st_recordJob &job, int argc, char **argv) {
     st_filmRecording recording = {job};
-    for (const int number : {SIGINT, SIGTERM, SIGHUP})
-        stopOn(number);
     filmToAbandon = &recording.film;
     std::atexit(abandonHalfFilm);
     wantSoundtrack();
