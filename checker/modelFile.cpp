@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 constexpr int FORM_HEADER = 12; // bytes: "FORM", size, type
 
@@ -23,8 +25,13 @@ static const struct {
 };
 
 std::string fileProblem(const std::string &path) {
-    if (!isRegularFile(path.c_str()))
-        return errno != 0 ? std::strerror(errno) : "not a file";
+    if (!isRegularFile(path.c_str())) {
+        const int reason = errno;
+        std::error_code ignored;
+        if (std::filesystem::is_directory(path, ignored))
+            return "a folder, not a file";
+        return reason != 0 ? std::strerror(reason) : "not a file";
+    }
     std::FILE *file = std::fopen(path.c_str(), "rb");
     if (file == nullptr)
         return std::strerror(errno);

@@ -1,102 +1,123 @@
-// lwoview off-screen: what each key does to the picture of a small model.
+// lwoview as it is called: stills, and what it says.
+#include "tests/show/endlessModel.h"
+#include "tests/show/hatModel.h"
 #include "tests/support/childProcess.h"
-#include "tests/support/chunkWriter.h"
 #include "tests/support/pngPicture.h"
 #include "tests/support/testFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace fs = std::filesystem;
-
-// A pyramid on a square, of as many sides as given, its faces in the surfaces "side" and "base".
-static std::string pyramid(unsigned sides) {
-    const std::string points =
-        f4(-1, -1, -1) + f4(1, -1, -1) + f4(1, -1, 1) + f4(-1, -1, 1) + f4(0.3F, 1, 0.2F);
-    std::string polygons = "FACE" + u2(4) + vx(0) + vx(1) + vx(2) + vx(3);
-    std::string tags = "SURF" + vx(0) + vx(1);
-    for (unsigned side = 0; side < sides; side++) {
-        polygons += u2(3) + vx((side + 1) % 4) + vx(side) + vx(4);
-        tags += vx(side + 1) + vx(0);
-    }
-    const auto surface = [](const std::string &name, const std::string &color) {
-        return chunk("SURF", s0(name) + s0("") + sub("COLR", color + vx(0)));
-    };
-    return form("LWO2", chunk("TAGS", s0("side") + s0("base")) + chunk("PNTS", points) +
-                            chunk("POLS", polygons) + chunk("PTAG", tags) +
-                            surface("side", f4(0.8F, 0.6F, 0.3F)) +
-                            surface("base", f4(0.3F, 0.4F, 0.8F)));
-}
 
 namespace {
 
 class Lwoview : public testing::Test {
 protected:
     void SetUp() override {
-        directory = testPath("a folder with a long name for lwoview");
+        // Longer than what the renderer takes for a folder.
+        directory = testPath(std::string(120, 'a') + "/" + std::string(120, 'b'));
         fs::remove_all(directory);
         fs::create_directories(directory);
-        writeFile(directory + "/hat.lwo", pyramid(4));
-        writeFile(directory + "/hat.lwo1", pyramid(1));
+        writeFile(directory + "/hat.lwo", hatModel(4));
     }
 
-    // The model after these keys.
-    std::vector<unsigned char> seen(const std::string &keys) const {
-        const std::string still = directory + "/still.png";
-        fs::remove(still);
-        const int status = runChild({LWOVIEW, directory + "/hat.lwo", "--still", still, "--size",
-                                     "200x150", "--keys", keys},
-                                    directory, {"LIBGL_ALWAYS_SOFTWARE=1"}, output());
-        EXPECT_EQ(status, 0) << keys << ": " << readText(output());
-        const Picture picture = readPng(still);
-        EXPECT_EQ(picture.width, 200U) << keys;
-        EXPECT_EQ(picture.height, 150U) << keys;
-        return picture.rgb;
+    // The status of a still of a model, after the keys.
+    int run(const std::string &model, const std::string &keys = "") {
+        fs::remove(directory + "/still.png");
+        const int status =
+            runChild({LWOVIEW, model, "--still", "still.png", "--size", "200x150", "--keys", keys},
+                     directory, {"LIBGL_ALWAYS_SOFTWARE=1"}, directory + "/output");
+        said = readText(directory + "/output");
+        picture = readPng(directory + "/still.png");
+        return status;
     }
-
-    std::string output() const { return directory + "/output.txt"; }
 
     std::string directory;
+    std::string said;
+    Picture picture;
 };
 
 } // namespace
 
-TEST_F(Lwoview, everyKeyThatChangesThePictureDoes) {
-    const std::vector<unsigned char> plain = seen("");
-    for (const char *keys :
-         {"n", "l", "c", "i", "s", "m", "h", "\th", "]h", "r", "\tr", "b", "\tb", "+", "-"})
-        EXPECT_NE(seen(keys), plain) << keys;
+TEST_F(Lwoview, drawsAStillAndSaysNothingOfAGoodModel) {
+    EXPECT_EQ(run(directory + "/hat.lwo"), 0);
+    EXPECT_EQ(said, "");
+    EXPECT_EQ(picture.width, 200U);
+    EXPECT_EQ(picture.height, 150U);
+    const std::vector<unsigned char> plain = picture.rgb;
+    EXPECT_EQ(run("hat.lwo", "?"), 0);
+    EXPECT_NE(picture.rgb, plain);
 }
 
-TEST_F(Lwoview, keysThatUndoEachOtherLeaveThePictureAsItWas) {
-    const std::vector<unsigned char> plain = seen("");
-    for (const char *keys : {"nn", "ll", "cc", "ii", "f", "sf", "mm", "hh", "\thha", "bu", "\t\tbu",
-                             "t", "][", "?", "Z"})
-        EXPECT_EQ(seen(keys), plain) << keys;
+TEST_F(Lwoview, loadsTheLevelsBesideTheModelUpToOneThatCannotBe) {
+    writeFile(directory + "/hat.lwo1", hatModel(1));
+    writeFile(directory + "/hat.lwo2", "no model");
+    EXPECT_EQ(run("hat.lwo"), 0);
+    EXPECT_EQ(said, "hat.lwo2: too short for an object file; shown without that level\n");
+    const std::vector<unsigned char> fine = picture.rgb;
+    EXPECT_EQ(run("hat.lwo", "dd"), 0);
+    EXPECT_NE(picture.rgb, fine);
 }
 
-TEST_F(Lwoview, coarserLevelComesIntoSightOnceTheLevelsAreNearEnough) {
-    const std::vector<unsigned char> coarse = seen("dd");
-    EXPECT_NE(coarse, seen(""));
-    fs::remove(directory + "/hat.lwo1");
-    writeFile(directory + "/hat.lwo", pyramid(1));
-    EXPECT_EQ(seen(""), coarse);
+TEST_F(Lwoview, saysWhatTheCheckerFinds) {
+    writeFile(
+        directory + "/UV.lwo",
+        form("LWO2", chunk("TAGS", s0("skin")) +
+                         chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0) + f4(0, 1, 0)) +
+                         chunk("POLS", "FACE" + u2(3) + vx(0) + vx(1) + vx(2)) +
+                         chunk("PTAG", "SURF" + vx(0) + vx(0)) +
+                         chunk("SURF", s0("skin") + s0("") +
+                                           sub("BLOK", sub("IMAP", s0("o") + sub("CHAN", "COLR")) +
+                                                           sub("PROJ", u2(5))))));
+    EXPECT_EQ(run("UV.lwo", "c"), 0);
+    EXPECT_NE(said.find("UV.lwo: surface \"skin\" has no UV map of its name: "), std::string::npos)
+        << said;
+    EXPECT_NE(said.find("\ncel shading tears UV-mapped surfaces"), std::string::npos) << said;
 }
 
 TEST_F(Lwoview, describesTheSelection) {
-    seen("\tp\tk");
-    const std::string said = readText(output());
+    run("hat.lwo", "\tp\tk");
     EXPECT_NE(said.find("\nSubObj side\n"), std::string::npos);
-    EXPECT_NE(said.find("lwoRenderer> Color array for base\n"), std::string::npos);
     EXPECT_EQ(said.find("\nSubObj base\n"), std::string::npos);
+    EXPECT_NE(said.find("\n0 of 4 corners are painted\n"), std::string::npos);
 }
 
-TEST_F(Lwoview, saysWhatIsWrong) {
-    EXPECT_EQ(runChild({LWOVIEW}, directory, {}, output()), 2);
-    EXPECT_EQ(readText(output()).rfind("lwoview: names no model; ", 0), 0U);
-    EXPECT_EQ(runChild({LWOVIEW, "none.lwo", "--still", "x.png"}, directory, {}, output()), 1);
-    EXPECT_NE(readText(output()).find("lwoRenderer> Couldn't load none.lwo.\n"), std::string::npos);
-    EXPECT_EQ(runChild({LWOVIEW, "hat.lwo", "--still", "no/x.png"}, directory, {}, output()), 1);
-    EXPECT_NE(readText(output()).find("lwoview: cannot write no/x.png\n"), std::string::npos);
+TEST_F(Lwoview, saysInOneLineWhyThereIsNoPicture) {
+    fs::create_directory(directory + "/folder.lwo");
+    writeFile(directory + "/text.lwo", "twelve bytes and more");
+    writeFile(directory + "/cut.lwo", hatModel(4).substr(0, 60));
+    writeFile(directory + "/two.lwo", endlessModel());
+    const struct {
+        const char *model;
+        const char *message;
+    } cases[] = {
+        {"none.lwo", "lwoview: none.lwo: No such file or directory\n"},
+        {"folder.lwo", "lwoview: folder.lwo: a folder, not a file\n"},
+        {"text.lwo", "lwoview: text.lwo: not a LightWave object file (LWO2 or LWOB)\n"},
+        {"cut.lwo", "lwoview: cut.lwo: damaged: chunk PNTS cannot be read, at byte "},
+        {"two.lwo",
+         "lwoview: two.lwo: surface \"bark\" has 2 colour texture layers: loading never "},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(run(c.model), 1) << c.model;
+        EXPECT_EQ(said.rfind(c.message, 0), 0U) << said;
+        EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    }
+    EXPECT_EQ(run("hat.lwo", "h"), 1);
+    EXPECT_EQ(said, "lwoview: hat.lwo: nothing of it is drawn; still.png is not written\n");
+    EXPECT_EQ(picture.width, 0U);
+}
+
+TEST_F(Lwoview, refusesWhatMakesNoSense) {
+    EXPECT_EQ(run("hat.lwo", "nZ"), 2);
+    EXPECT_EQ(said.rfind("lwoview: there is no key \"Z\"; ", 0), 0U) << said;
+    EXPECT_EQ(runChild({LWOVIEW}, directory, {}, directory + "/output"), 2);
+    EXPECT_EQ(readText(directory + "/output").rfind("lwoview: names no model; ", 0), 0U);
+    EXPECT_EQ(
+        runChild({LWOVIEW, "hat.lwo", "--still", "no/x.png"}, directory, {}, directory + "/output"),
+        1);
+    EXPECT_EQ(readText(directory + "/output"), "lwoview: cannot write no/x.png\n");
 }

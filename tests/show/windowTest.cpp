@@ -1,4 +1,4 @@
-// The real testRender in a window of a virtual display.
+// The real testRender and lwoview in a window of a virtual display.
 #include "tests/support/childProcess.h"
 #include "tests/support/testFolder.h"
 #include "tests/support/toneFile.h"
@@ -60,6 +60,19 @@ protected:
             window = std::to_string(std::atol(xdotool({"search", "--name", TITLE}).c_str()));
             return window != "0";
         })) << readText(directory + "/show.txt");
+    }
+
+    void startViewer(const std::string &model) {
+        show = startChild({LWOVIEW, SHOW_DIR "/lwo/" + model, "--size", "200x150"}, directory,
+                          {display, "LIBGL_ALWAYS_SOFTWARE=1"}, directory + "/show.txt");
+        ASSERT_TRUE(waitUntil([&] {
+            window = std::to_string(std::atol(xdotool({"search", "--name", "lwoview"}).c_str()));
+            return window != "0";
+        })) << readText(directory + "/show.txt");
+    }
+
+    bool isTitled(const std::string &title) {
+        return waitUntil([&] { return xdotool({"getwindowname", window}) == title + "\n"; });
     }
 
     // Keys reach the window that has the focus, which the window manager gives in its own time.
@@ -151,4 +164,16 @@ TEST_F(WindowTest, musicIsHeardToFadeIn) {
     EXPECT_LT(*quietest, 0.1 * full);
     for (auto level = quietest; level + 1 != levels.end(); level++)
         EXPECT_GE(level[1], level[0] - 0.05 * full);
+}
+
+TEST_F(WindowTest, theViewerSaysInItsTitleWhatItShows) {
+    startViewer("k7.lwo");
+    EXPECT_TRUE(isTitled("k7.lwo - nothing to mend - lwoview"));
+    press({"n", "m", "F1", "Left"});
+    EXPECT_TRUE(isTitled("k7.lwo - normals, mirrored - nothing to mend - lwoview"));
+    press({"Home"});
+    EXPECT_TRUE(isTitled("k7.lwo - nothing to mend - lwoview"));
+    press({"q"});
+    EXPECT_EQ(waitChild(show), 0);
+    EXPECT_EQ(readText(directory + "/show.txt"), "");
 }

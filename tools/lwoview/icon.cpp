@@ -5,6 +5,7 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -17,13 +18,18 @@ struct st_drawing {
     std::vector<float> depth;       // bottom row first, as OpenGL counts
 };
 
+static std::vector<float> readDepth(int width, int height) {
+    std::vector<float> depth(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    glReadPixels(0, 0, width, height, GL_DEPTH_COMPONENT, GL_FLOAT, depth.data());
+    return depth;
+}
+
 static st_drawing readDrawing(int width, int height) {
     const int wide = width * ICON_OVERSAMPLING;
     const int high = height * ICON_OVERSAMPLING;
     st_drawing drawing{static_cast<std::size_t>(wide), static_cast<std::size_t>(high), {}, {}};
     drawing.rgb = readPicture(wide, high);
-    drawing.depth.resize(drawing.width * drawing.height);
-    glReadPixels(0, 0, wide, high, GL_DEPTH_COMPONENT, GL_FLOAT, drawing.depth.data());
+    drawing.depth = readDepth(wide, high);
     return drawing;
 }
 
@@ -55,4 +61,9 @@ std::vector<unsigned char> readIcon(int width, int height) {
             for (const unsigned char channel : average(drawing, left, top))
                 rgba.push_back(channel);
     return rgba;
+}
+
+bool isAnythingDrawn(int width, int height) {
+    const std::vector<float> depth = readDepth(width, height);
+    return std::any_of(depth.begin(), depth.end(), [](float value) { return value < 1.0F; });
 }

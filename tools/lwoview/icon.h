@@ -13,3 +13,6 @@ constexpr int ICON_OVERSAMPLING = 4; // drawn pixels per icon pixel, each way
 // averaged from ICON_OVERSAMPLING squared drawn ones. Alpha is the share of those on which
 // something was drawn; the background lends no colour to the rim.
 std::vector<unsigned char> readIcon(int width, int height);
+
+// Whether anything has been drawn into the current context's picture of that size but background.
+bool isAnythingDrawn(int width, int height);

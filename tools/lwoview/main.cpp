@@ -7,30 +7,23 @@
 // In a window, the mouse orbits and keys apply what the renderer can do. A still is drawn
 // off-screen after the keys have been pressed, without an X server; so is an icon, cut out of
 // the background.
+#include "checker/plainText.h"
 #include "hosts/offscreen/context.h"
 #include "hosts/offscreen/pngFile.h"
 #include "tools/arguments.h"
 #include "tools/lwoview/icon.h"
+#include "tools/lwoview/modelLevels.h"
 #include "tools/lwoview/viewer.h"
+#include "tools/lwoview/window.h"
 
-#include <GL/glut.h>
-
-#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <system_error>
 #include <vector>
 
-enum button { BUTTON_LEFT = 0, BUTTON_RIGHT = 2, WHEEL_UP = 3, WHEEL_DOWN = 4 };
-
-constexpr unsigned char KEY_CTRL_C = 3;
-constexpr unsigned char KEY_ESCAPE = 27;
-constexpr float DEGREES_PER_PIXEL = 0.4F;
 constexpr st_pictureSize PICTURE_SIZE = {800, 600};
 constexpr st_pictureSize ICON_SIZE = {256, 256};
-constexpr float STEEPEST = 89.0F; // degrees
 
 struct st_options {
     std::string model;
@@ -40,96 +33,28 @@ struct st_options {
     st_pictureSize size = {0, 0}; // as readArguments leaves it, the default of what is wanted
 };
 
-// GLUT's callbacks are handed nothing of ours: what they share is here, and nowhere else.
-struct st_window {
-    st_viewer viewer = {};
-    st_pictureSize size = PICTURE_SIZE;
-    int heldButton = -1; // -1: none
-    int lastX = 0;       // of the mouse
-    int lastY = 0;
-};
-
-static st_window window;
-
-// ---------------------------------------------------------------------------- window
-
-static void draw() {
-    drawViewer(&window.viewer, window.size.width, window.size.height);
-    glutSwapBuffers();
-    glutSetWindowTitle(viewerTitle(&window.viewer).c_str());
-}
-
-static void reshapeWindow(int width, int height) {
-    window.size = {width, height};
-}
-
-static void pressKey(unsigned char key, int /*x*/, int /*y*/) {
-    if (key == KEY_ESCAPE || key == 'q' || key == KEY_CTRL_C)
-        std::exit(0);
-    viewerKey(&window.viewer, key);
-    glutPostRedisplay();
-}
-
-static void pressButton(int button, int state, int x, int y) {
-    window.heldButton = state == GLUT_DOWN ? button : -1;
-    window.lastX = x;
-    window.lastY = y;
-    if (state == GLUT_DOWN && (button == WHEEL_UP || button == WHEEL_DOWN))
-        pressKey(button == WHEEL_UP ? '+' : '-', x, y);
-}
-
-static void drag(int x, int y) {
-    if (window.heldButton == BUTTON_LEFT) {
-        window.viewer.yaw += static_cast<float>(x - window.lastX) * DEGREES_PER_PIXEL;
-        window.viewer.pitch += static_cast<float>(y - window.lastY) * DEGREES_PER_PIXEL;
-        window.viewer.pitch = std::clamp(window.viewer.pitch, -STEEPEST, STEEPEST);
-    } else if (window.heldButton == BUTTON_RIGHT && y != window.lastY) {
-        viewerKey(&window.viewer, y < window.lastY ? '+' : '-');
-    }
-    window.lastX = x;
-    window.lastY = y;
-    glutPostRedisplay();
-}
-
-static int runWindow(const st_options &options, int argc, char **argv) {
-    glutInit(&argc, argv);
-    glutInitDisplayMode(GLUT_RGB | GLUT_DOUBLE | GLUT_DEPTH);
-    glutInitWindowSize(options.size.width, options.size.height);
-    glutCreateWindow(options.model.c_str());
-    glutDisplayFunc(draw);
-    glutReshapeFunc(reshapeWindow);
-    glutKeyboardFunc(pressKey);
-    glutMouseFunc(pressButton);
-    glutMotionFunc(drag);
-    std::printf("%s", viewerHelp);
-    glutMainLoop();
-    return 0;
+static int fail(const std::string &message) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "lwoview: %s\n", message.c_str());
+    return 1;
 }
 
 // --------------------------------------------------------------------------- pictures
 
-static bool drawStill(const char *path, st_pictureSize size) {
-    makeOffscreenContext(size.width, size.height);
-    drawViewer(&window.viewer, size.width, size.height);
-    const std::vector<unsigned char> rgb = readPicture(size.width, size.height);
-    return writePng(path, size.width, size.height, rgb.data());
-}
-
-static bool drawIcon(const char *path, st_pictureSize size) {
-    const int width = size.width * ICON_OVERSAMPLING;
-    const int height = size.height * ICON_OVERSAMPLING;
-    makeOffscreenContext(width, height);
-    drawViewer(&window.viewer, width, height);
-    const std::vector<unsigned char> rgba = readIcon(size.width, size.height);
-    return writePngWithAlpha(path, size.width, size.height, rgba.data());
-}
-
-static int writePicture(const st_options &options) {
+// A still, or an icon, is ICON_OVERSAMPLING times as large when it is drawn.
+static int writePicture(st_viewer *viewer, const st_options &options) {
+    const auto [width, height] = options.size;
     const char *path = options.picture.c_str();
-    if (options.icon ? drawIcon(path, options.size) : drawStill(path, options.size))
-        return 0;
-    std::fprintf(stderr, "lwoview: cannot write %s\n", path);
-    return 1;
+    const int scale = options.icon ? ICON_OVERSAMPLING : 1;
+    makeOffscreenContext(width * scale, height * scale);
+    drawViewer(viewer, width * scale, height * scale);
+    if (!isAnythingDrawn(width * scale, height * scale))
+        return fail(viewer->name + ": nothing of it is drawn; " + printable(path) +
+                    " is not written");
+    const bool written =
+        options.icon ? writePngWithAlpha(path, width, height, readIcon(width, height).data())
+                     : writePng(path, width, height, readPicture(width, height).data());
+    return written ? 0 : fail("cannot write " + options.picture);
 }
 
 // ------------------------------------------------------------------------- arguments
@@ -140,6 +65,9 @@ static const char usageText[] =
 // "" or why not.
 static std::string readOption(const st_givenOption &given, st_options *options) {
     if (given.name == "--keys") {
+        for (const char key : given.value)
+            if (!isViewerKey(static_cast<unsigned char>(key)))
+                return "there is no key \"" + printable(std::string(1, key)) + "\"";
         options->keys = given.value;
     } else if (given.name == "--size") {
         if (!readPictureSize(given.value.c_str(), &options->size))
@@ -169,16 +97,22 @@ static std::string readArguments(const st_commandLine &line, st_options *options
     return "";
 }
 
-// From the model's own folder its name is short enough to be that of a set of levels.
-static bool openInItsFolder(const st_options &options) {
+// ------------------------------------------------------------------------------- main
+
+// The renderer takes no folder of more than 199 characters; from inside there is none to take.
+static bool openInItsFolder(st_viewer *viewer, const st_options &options,
+                            std::vector<std::string> paths) {
     namespace fs = std::filesystem;
-    const fs::path model = options.model;
+    const fs::path folder = fs::path(options.model).parent_path();
     std::error_code failed;
     const fs::path started = fs::current_path(failed);
-    if (!failed && model.has_parent_path())
-        fs::current_path(model.parent_path(), failed);
+    if (!failed && !folder.empty())
+        fs::current_path(folder, failed);
     const bool moved = !failed;
-    const bool opened = openViewer(&window.viewer, (moved ? model.filename() : model).c_str());
+    for (std::string &path : paths)
+        path = moved ? fs::path(path).filename().string() : path;
+    const bool opened =
+        openViewer(viewer, printable(fs::path(options.model).filename().string()), paths);
     if (moved)
         fs::current_path(started, failed);
     return opened;
@@ -188,16 +122,25 @@ int main(int argc, char **argv) {
     const st_commandLine line = readCommandLine(
         argc, argv, {{"--still", true}, {"--icon", true}, {"--size", true}, {"--keys", true}});
     if (line.help) {
-        std::printf("%s%s", usageText, viewerHelp);
+        std::printf("%s\n%s", usageText, viewerHelp);
         return 0;
     }
     st_options options;
     const std::string problem = line.problem.empty() ? readArguments(line, &options) : line.problem;
     if (!problem.empty())
         return refuseCommandLine("lwoview", problem);
-    if (!openInItsFolder(options))
-        return 1;
+    st_modelLevels levels;
+    if (const std::string unfit = findLevels(options.model, &levels); !unfit.empty())
+        return fail(unfit);
+    st_viewer viewer;
+    if (!openInItsFolder(&viewer, options, levels.paths))
+        return fail(printable(options.model) + ": the renderer does not load it");
+    viewer.findings = levels.findings;
     for (const char key : options.keys)
-        viewerKey(&window.viewer, static_cast<unsigned char>(key));
-    return options.picture.empty() ? runWindow(options, 1, argv) : writePicture(options);
+        viewerKey(&viewer, static_cast<unsigned char>(key));
+    if (!options.picture.empty())
+        return writePicture(&viewer, options);
+    int words = 1; // ours are not GLUT's
+    runWindow(&viewer, options.size.width, options.size.height, &words, argv);
+    return 0;
 }

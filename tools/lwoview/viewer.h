@@ -2,48 +2,58 @@
 // thing that the renderer can do with it.
 //
 //   st_viewer viewer;
-//   if (openViewer(&viewer, "tree.lwo")) { viewerKey(&viewer, 'n'); drawViewer(&viewer, 800, 600);
+//   if (openViewer(&viewer, "tree.lwo", {"models/tree.lwo"})) {
+//       viewerKey(&viewer, 'n');
+//       drawViewer(&viewer, 800, 600);
 //   }
 //
 // The viewer keeps the model, which like all models lives until the process ends.
 #pragma once
 
 #include "renderer/lwoRenderer.h"
+#include "tools/lwoview/eye.h"
+#include "tools/lwoview/modelChanges.h"
 
 #include <string>
+#include <vector>
 
 struct st_viewer {
+    std::string name;  // of the model, for the title
+    int findings;      // what the checker has found, for the title
     st_lwoLodObj *lod; // the model, with its coarser levels if there are any
-    float center[3];   // of all layers' bounding boxes
-    float radius;      // from center to the boxes' farthest corner
-    float yaw;         // degrees, of the eye about the model
-    float pitch;       // degrees, positive from above
-    float distance;    // of the eye from center
-    float lodStep;     // distance between two levels
-    int layer;         // selected; -1: all
-    int subObj;        // selected in that layer; -1: all
+    bool isEmpty;      // it has no triangles and quads
+    std::vector<st_original> originals;
+    st_eye eye;
+    float lodStep; // distance between two levels
+    st_selection selection;
+    st_switches switches;
     bool normals;
-    bool lighting;
-    bool surfaceColors;
-    bool celShading;
-    bool smooth; // set once flat or smooth has been asked for
+    bool isShaded;   // flat or smooth has been asked for,
+    shadeMode shade; // and that is which
+    bool mirrored;
+    bool recolored;
     bool painted;
-    int paint; // which of the paints comes next
+    int paint;          // which of the paints comes next
+    bool help;          // viewerHelp is shown
+    std::string notice; // what the last key had to say; "": nothing
 };
 
-// Loads the model at path (and path1, path2, ... as its coarser levels, if path has at most 30
-// characters) and looks at it from a distance at which it fills the picture. False, after the
-// renderer's message, when it cannot be read.
-bool openViewer(st_viewer *viewer, const char *path);
+// Loads the model from its files, the most detailed level first, 1 to MAX_LEVELS, and looks at it
+// from a distance at which it fills the picture. False, after the renderer's message, when one
+// cannot be read.
+bool openViewer(st_viewer *viewer, const std::string &name, const std::vector<std::string> &paths);
 
-// Does what a key stands for; see viewerHelp. Unknown keys do nothing.
-void viewerKey(st_viewer *viewer, unsigned char key);
+// Does what a key stands for; see viewerHelp. False, with nothing done, for a key that stands for
+// nothing. What it has to say goes into notice, and as a line to standard output.
+bool viewerKey(st_viewer *viewer, unsigned char key);
 
-// Draws the model into the current context's whole picture.
+bool isViewerKey(unsigned char key);
+
+// Draws the model, and the help when it is shown, into the current context's whole picture.
 void drawViewer(st_viewer *viewer, int width, int height);
 
-// One line about the model as it is shown now: level, layer, surface, counts.
+// One line about the model as it is shown now: its name, what is selected and switched, findings.
 std::string viewerTitle(const st_viewer *viewer);
 
-// The keys, a line each.
+// The keys and what the mouse does, in ASCII.
 extern const char *const viewerHelp;
