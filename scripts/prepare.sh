@@ -8,7 +8,7 @@ SHOW_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libegl-dev libglu1-mes
     nlohmann-json3-dev fonts-cherrybomb libgl1-mesa-dri libegl1 x11-utils)
 CHECK_PACKAGES=(clang llvm clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
     xvfb xauth xdotool openbox ffmpeg dpkg-dev desktop-file-utils file man-db
-    libbenchmark-dev)
+    libbenchmark-dev libglib2.0-bin shared-mime-info)
 
 say() { printf '%s\n' "$*"; }
 

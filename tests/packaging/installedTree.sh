@@ -52,10 +52,19 @@ while read -r path; do
     [ -e "$path" ] || fail "$path is named and not there"
 done <<<"$named"
 
-echo "the desktop entry is valid, its icon is there and cut out"
-desktop-file-validate "$prefix/share/applications/testRender.desktop"
+echo "the desktop entries are valid, their icon is there and cut out"
+desktop-file-validate "$prefix"/share/applications/*.desktop
 icon="$prefix/share/icons/hicolor/256x256/apps/testRender.png"
 file "$icon" | grep -q '256 x 256, 8-bit/color RGBA' || fail "the icon: $(file "$icon")"
+
+echo "lwoview opens object files: their kind is known, by name and by content"
+update-mime-database "$prefix/share/mime" 2>"$scratch/mime.log" || fail "$(cat "$scratch/mime.log")"
+kind=$(sed -n 's/^MimeType=\(.*\);$/\1/p' "$prefix/share/applications/lwoview.desktop")
+cp "$prefix/share/testRender/lwo/k7.lwo" "$scratch/nameless"
+for model in "$prefix/share/testRender/lwo/k7.lwo" "$scratch/nameless"; do
+    XDG_DATA_HOME=$scratch XDG_DATA_DIRS=$prefix/share gio info -a standard::content-type "$model" |
+        grep -q ": $kind\$" || fail "$model is not taken for $kind"
+done
 
 echo "another project finds the libraries; the README's example reads a model"
 mkdir "$scratch/project"
