@@ -176,9 +176,9 @@ static std::string numbered(unsigned i) {
 static std::vector<Danger> largeDangers() {
     const std::string mapOfNone = "TXUV" + u2(0) + s0("b");
     return {
-        {"too many polygons around three points", newer(fan(8200) + surface(sub("SMAN", f4(1)))),
+        {"too many polygons around three points", newer(fan(5800) + surface(sub("SMAN", f4(1)))),
          FAILS},
-        {"too many older polygons around three points", olderFan(8200), FAILS},
+        {"too many older polygons around three points", olderFan(5800), FAILS},
         {"layers",
          newer(repeated(
              8000, [](unsigned i) { return chunk("LAYR", u2(i) + u2(0) + f4(0, 0, 0) + s0("")); })),
@@ -229,7 +229,7 @@ static std::vector<Danger> largeDangers() {
                         })),
          LOADS},
         {"maps of a point, and corners at it",
-         newer(fan(8100) + surface(sub("SMAN", f4(1)) + texture("IMAP", "", sub("PROJ", u2(5)))) +
+         newer(fan(5700) + surface(sub("SMAN", f4(1)) + texture("IMAP", "", sub("PROJ", u2(5)))) +
                chunk("VMAP", mapOfNone + repeated(50000, [](unsigned) { return vx(0); }))),
          LOADS},
     };

@@ -23,7 +23,7 @@ static std::string manyMaps() {
                             chunk("VMAP", body) + texturedSurface());
 }
 
-// Polygons of more corners than are smoothed four at a time, which come back to their points.
+// Polygons of many corners, which come back to their points.
 static std::string manyCorners() {
     std::string polygon = u2(20);
     for (unsigned i = 0; i < 20; i++)

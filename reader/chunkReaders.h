@@ -25,7 +25,8 @@
 //   is not a form of a known type: *failpos is 12;
 //   cannot be read to its end: *failID is the ID of the latest chunk, *failpos the file
 //   position; where all chunks were read but do not fit together (an index outside its list, more
-//   smooth polygons at one point than can be compared in a second, 14,100) *failpos is not touched.
+//   smooth polygons around crowded points than can be compared in a second, as 10,000 around one)
+//   *failpos is not touched.
 // failID and failpos may be null. errno is set to ENOMEM without memory, to EFBIG for too many
 // smooth polygons at a point, and by what opening a file sets it to; it is not set to 0.
 st_lwObject *lwGetObject(const char *path, unsigned int *failID, int *failpos);
@@ -36,7 +37,7 @@ void lwFreeObject(st_lwObject *object);
 // Frees a layer and all that it owns.
 void lwFreeLayer(st_lwLayer *layer);
 
-// ------------------------------------------- points, polygons and tags (pntspols)
+// ------------------------------------------- points, polygons and tags (pntspols, normals)
 //
 // The chunk readers start at the file position behind the chunk header and append to the list,
 // the offset of which becomes the count before. They give 1, or 0 for a chunk that cannot be

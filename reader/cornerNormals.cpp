@@ -3,11 +3,14 @@
 //
 // The angle between two polygons is the arc cosine of the product of their normals. It falls
 // evenly as the product grows, so that the question is turned round once for each angle: which
-// is the least product that is smoothed over? The answer is that of the arc cosine to the last bit.
-#include "reader/lwo2.h"
-#include "reader/normals.h"
+// is the least product that is smoothed over? The answer is that of the arc cosine to the last bit,
+// as long as the maths library's arc cosine never rises with its argument.
+#include "reader/cornerNormals.h"
 
-#include <climits>
+#include "reader/lwo2.h"
+#include "reader/vectors.h"
+
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -15,25 +18,60 @@
 // file: these are not counted.
 constexpr int CROWD = 64;
 
-// The least product of which the arc cosine is no greater than an angle above 0: between -1 and 1,
-// whose arc cosine is 0, the two halves are told apart until no number lies between them.
+// -------------------------------------------------------------------------- angles
+
+// The least product of which the arc cosine is no greater than an angle above 0. It lies next to
+// the cosine; from a little around that the two sides are told apart until no number lies between.
 static double leastProduct(float angle) {
-    double low = -1.0;
-    double high = 1.0;
-    if (!(std::acos(low) > static_cast<double>(angle)))
+    constexpr double AROUND = 1e-14;
+    const double largest = angle;
+    const double cosine = std::cos(std::min(largest, 4.0));
+    double low = std::max(cosine - AROUND, -1.0);
+    double high = std::min(cosine + AROUND, 1.0);
+    if (!(std::acos(low) > largest))
+        low = -1.0;
+    if (!(std::acos(low) > largest))
         return low;
+    if (std::acos(high) > largest)
+        high = 1.0; // whose arc cosine is 0
     for (;;) {
         double middle = low + (high - low) / 2;
         if (middle <= low || middle >= high)
             return high;
-        (std::acos(middle) > static_cast<double>(angle) ? low : high) = middle;
+        (std::acos(middle) > largest ? low : high) = middle;
     }
+}
+
+// What is known of angles, each in a place that its bits say: an object has few, and polygons of
+// several surfaces stand mixed.
+struct st_angle {
+    float angle; // 0: none yet
+    double least;
+};
+constexpr unsigned int ANGLE_COUNT = 61;
+
+static double leastProductOf(float angle, st_angle angles[ANGLE_COUNT]) {
+    unsigned int bits = 0;
+    std::memcpy(&bits, &angle, sizeof bits);
+    st_angle *known = &angles[bits % ANGLE_COUNT];
+    if (known->angle != angle)
+        *known = {angle, leastProduct(angle)};
+    return known->least;
+}
+
+// ------------------------------------------------------------------------- corners
+
+static float smoothingOf(const st_lwPolygon *polygon) {
+    return polygon->surface == nullptr ? 0.0F : polygon->surface->smoothing;
 }
 
 // The normal of a corner of polygon own at a point. What rounding takes past 1 or -1, and what is
 // no number, has no arc cosine that could be too large: it is smoothed over.
 static void smoothCorner(const st_lwPoint *point, const st_lwPolygon *polygons, int own,
                          double least, float normal[3]) {
+    // Added to any number, even to -0, it changes nothing. To choose what is added is faster than
+    // to jump, for no machine can guess how a rough surface goes on.
+    static const float nothing[3] = {-0.0F, -0.0F, -0.0F};
     const st_lwPolygon *polygon = &polygons[own];
     const double x = polygon->normal[0];
     const double y = polygon->normal[1];
@@ -46,62 +84,47 @@ static void smoothCorner(const st_lwPoint *point, const st_lwPolygon *polygons, 
         if (point->polygons[i] == own || neighbour->smoothGroup != polygon->smoothGroup)
             continue;
         const float *other = neighbour->normal;
-        // As dot has it.
-        double product = x * double(other[0]) + y * double(other[1]) + z * double(other[2]);
-        if (product < least && product >= -1.0)
-            continue;
-        sumX += other[0];
-        sumY += other[1];
-        sumZ += other[2];
+        // As innerProduct has it.
+        double product = x * static_cast<double>(other[0]) + y * static_cast<double>(other[1]) +
+                         z * static_cast<double>(other[2]);
+        bool apart = (product < least) & (product >= -1.0);
+        const float *const choice[2] = {other, nothing};
+        const float *added = choice[apart ? 1 : 0];
+        sumX += added[0];
+        sumY += added[1];
+        sumZ += added[2];
     }
     normal[0] = sumX;
     normal[1] = sumY;
     normal[2] = sumZ;
-    normalize(normal);
-}
-
-// The corners of a polygon whose surface is smooth. False when there are too many comparisons.
-static bool smoothPolygon(const st_lwPointList *points, const st_lwPolygon *polygons, int own,
-                          double least, long long *comparisonsLeft) {
-    const st_lwPolygon *polygon = &polygons[own];
-    for (int i = 0; i < polygon->vertexCount; i++) {
-        st_lwPolygonVertex *vertex = &polygon->vertices[i];
-        const st_lwPoint *point = &points->points[vertex->index];
-        if (point->polygonCount > CROWD)
-            *comparisonsLeft -= point->polygonCount;
-        if (*comparisonsLeft < 0)
-            return false;
-        smoothCorner(point, polygons, own, least, vertex->normal);
-    }
-    return true;
-}
-
-static void facetPolygon(const st_lwPolygon *polygon) {
-    for (int i = 0; i < polygon->vertexCount; i++)
-        std::memcpy(polygon->vertices[i].normal, polygon->normal, sizeof polygon->normal);
-}
-
-bool smoothNormals(const st_lwPointList *pointList, st_lwPolygonList *polygonList,
-                   long long *comparisonsLeft) {
-    float angle = 0.0F; // the latest, which most polygons share
-    double least = 1.0;
-    for (int i = 0; i < polygonList->count; i++) {
-        const st_lwPolygon *polygon = &polygonList->polygons[i];
-        const float smoothing = polygon->surface == nullptr ? 0.0F : polygon->surface->smoothing;
-        if (!(smoothing > 0.0F)) {
-            facetPolygon(polygon);
-            continue;
-        }
-        if (smoothing != angle)
-            least = leastProduct(smoothing);
-        angle = smoothing;
-        if (!smoothPolygon(pointList, polygonList->polygons, i, least, comparisonsLeft))
-            return false;
-    }
-    return true;
+    toUnitLength(normal);
 }
 
 void lwGetVertNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) {
-    long long comparisonsLeft = LLONG_MAX;
-    smoothNormals(pointList, polygonList, &comparisonsLeft);
+    st_angle angles[ANGLE_COUNT] = {};
+    for (int i = 0; i < polygonList->count; i++) {
+        const st_lwPolygon *polygon = &polygonList->polygons[i];
+        const float smoothing = polygon->vertexCount > 0 ? smoothingOf(polygon) : 0.0F;
+        const bool smooth = smoothing > 0.0F;
+        const double least = smooth ? leastProductOf(smoothing, angles) : 0.0;
+        for (int j = 0; j < polygon->vertexCount; j++) {
+            st_lwPolygonVertex *vertex = &polygon->vertices[j];
+            if (smooth)
+                smoothCorner(&pointList->points[vertex->index], polygonList->polygons, i, least,
+                             vertex->normal);
+            else
+                std::memcpy(vertex->normal, polygon->normal, sizeof vertex->normal);
+        }
+    }
+}
+
+double countComparisons(const st_lwPointList *pointList, const st_lwPolygonList *polygonList) {
+    double comparisons = 0;
+    for (int i = 0; i < pointList->count; i++) {
+        const st_lwPoint *point = &pointList->points[i];
+        for (int j = 0; point->polygonCount > CROWD && j < point->polygonCount; j++)
+            if (smoothingOf(&polygonList->polygons[point->polygons[j]]) > 0.0F)
+                comparisons += point->polygonCount;
+    }
+    return comparisons;
 }

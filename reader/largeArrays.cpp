@@ -4,7 +4,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+
+#if __has_include(<sys/mman.h>)
 #include <sys/mman.h>
+#endif
 
 constexpr std::size_t LARGE_PAGE = 0x200000;
 
@@ -14,7 +17,7 @@ static std::size_t bytesOf(std::size_t count, std::size_t elementSize) {
     return elements > (SIZE_MAX - LARGE_PAGE) / elementSize ? 0 : elements * elementSize;
 }
 
-#ifdef MADV_HUGEPAGE
+#if defined(MADV_HUGEPAGE) && !defined(__EMSCRIPTEN__)
 static bool isLarge(std::size_t size) {
     return size >= LARGE_PAGE;
 }

@@ -1,7 +1,7 @@
 #include "reader/loading.h"
 
+#include "reader/cornerNormals.h"
 #include "reader/lwo2.h"
-#include "reader/normals.h"
 #include "reader/records.h"
 #include "reader/tagSurfaces.h"
 
@@ -56,25 +56,26 @@ static bool readChunks(st_form *form, const st_layout *layout, st_lwObject *obje
 
 // ------------------------------------------------------------------------- deriving
 
-// smoothNormals, and errno where a sound file goes too far.
-static bool smoothWithin(const st_lwPointList *points, st_lwPolygonList *polygons,
-                         long long *comparisonsLeft) {
-    bool done = smoothNormals(points, polygons, comparisonsLeft);
-    if (!done)
+// Whether the smooth polygons of a layer are few enough for its points; errno says that a sound
+// file has too many.
+static bool isUncrowded(const st_lwLayer *layer, double *comparisons) {
+    *comparisons += countComparisons(&layer->pointList, &layer->polygonList);
+    if (*comparisons > MAX_COMPARISONS)
         errno = EFBIG;
-    return done;
+    return *comparisons <= MAX_COMPARISONS;
 }
 
 // What the geometry of a layer implies, each step resting on the ones before.
-static bool deriveLayer(st_lwLayer *layer, st_tagSurfaces *tagSurfaces,
-                        long long *comparisonsLeft) {
+static bool deriveLayer(st_lwLayer *layer, st_tagSurfaces *tagSurfaces, double *comparisons) {
     st_lwPointList *points = &layer->pointList;
     st_lwPolygonList *polygons = &layer->polygonList;
     lwGetBoundingBox(points, layer->bbox);
     lwGetPolyNormals(points, polygons);
-    return lwGetPointPolygons(points, polygons) != 0 && resolveTagSurfaces(tagSurfaces, polygons) &&
-           smoothWithin(points, polygons, comparisonsLeft) &&
-           lwGetPointVMaps(points, layer->vmaps) != 0 &&
+    if (lwGetPointPolygons(points, polygons) == 0 || !resolveTagSurfaces(tagSurfaces, polygons) ||
+        !isUncrowded(layer, comparisons))
+        return false;
+    lwGetVertNormals(points, polygons);
+    return lwGetPointVMaps(points, layer->vmaps) != 0 &&
            lwGetPolyVMaps(polygons, layer->vmaps) != 0;
 }
 
@@ -84,8 +85,8 @@ static bool deriveLayers(st_lwObject *object) {
     if (tagSurfaces == nullptr)
         return false;
     st_lwLayer *layer = object->layers;
-    long long comparisonsLeft = MAX_COMPARISONS;
-    while (layer != nullptr && deriveLayer(layer, tagSurfaces, &comparisonsLeft))
+    double comparisons = 0;
+    while (layer != nullptr && deriveLayer(layer, tagSurfaces, &comparisons))
         layer = layer->next;
     endTagSurfaces(tagSurfaces);
     return layer == nullptr;
@@ -108,14 +109,15 @@ static st_lwObject *abandon(st_form *form, st_lwObject *object, unsigned int *fa
     return nullptr;
 }
 
-st_lwObject *loadObject(const char *path, const st_layout *layout, const st_layout *otherLayout,
+st_lwObject *loadObject(const char *path, const st_layout *layouts, int layoutCount,
                         unsigned int *failID, int *failpos) {
     st_form form;
     if (!openForm(path, &form))
         return nullptr;
-    if (form.type != layout->type)
-        layout = otherLayout;
-    if (form.type != layout->type) {
+    const st_layout *layout = layouts;
+    while (layout < layouts + layoutCount && layout->type != form.type)
+        layout++;
+    if (layout == layouts + layoutCount) {
         closeForm(&form);
         if (failpos != nullptr)
             *failpos = FORM_HEADER_SIZE;

@@ -23,9 +23,9 @@ struct st_layout {
 
 extern const st_layout LAYOUT_LWOB;
 
-// Loads a file that is of one of two layouts, which may be the same. Arguments and results as of
+// Loads a file that is of one of these layouts. The other arguments and the result are those of
 // lwGetObject.
-st_lwObject *loadObject(const char *path, const st_layout *layout, const st_layout *otherLayout,
+st_lwObject *loadObject(const char *path, const st_layout *layouts, int layoutCount,
                         unsigned int *failID, int *failpos);
 
 // A new zeroed layer, at the end of the object's list, is what geometry goes to from now on. False

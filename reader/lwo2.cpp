@@ -70,6 +70,6 @@ static bool readChunk(st_form *form, st_reading *reading) {
 // ---------------------------------------------------------------------- the object
 
 st_lwObject *lwGetObject(const char *path, unsigned int *failID, int *failpos) {
-    static const st_layout newer = {lwID("LWO2"), readChunk};
-    return loadObject(path, &newer, &LAYOUT_LWOB, failID, failpos);
+    const st_layout layouts[2] = {{lwID("LWO2"), readChunk}, LAYOUT_LWOB};
+    return loadObject(path, layouts, 2, failID, failpos);
 }

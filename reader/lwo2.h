@@ -9,10 +9,10 @@
 //   ...                                       // layers, points, polygons, surfaces
 //   lwFreeObject(object);
 //
-// Needs C++17 and the C and maths library, of that beyond standard C++ stat and, where there is
-// one, madvise; little-endian, 4-byte IEEE floats; pointers of 64 or 32 bits. Made for g++, clang++
-// and em++. For the same normals to the last bit everywhere compile with -ffp-contract=off and,
-// for 32-bit x86, -msse2 -mfpmath=sse.
+// Needs C++17, the C and the maths library, of these beyond standard C++ stat and, where there is
+// one, madvise; 4-byte IEEE floats; pointers of 64 or 32 bits. Made for g++, clang++ and em++. For
+// the same normals to the last bit, as far as the maths library gives them, compile with
+// -ffp-contract=off and, for 32-bit x86, -msse2 -mfpmath=sse.
 // One file is read at a time, from one thread: the count of consumed bytes (get_flen) is shared by
 // all readers.
 #pragma once

@@ -94,5 +94,5 @@ static bool readChunk(st_form *form, st_reading *reading) {
 const st_layout LAYOUT_LWOB = {lwID("LWOB"), readChunk};
 
 st_lwObject *lwGetObject5(const char *path, unsigned int *failID, int *failpos) {
-    return loadObject(path, &LAYOUT_LWOB, &LAYOUT_LWOB, failID, failpos);
+    return loadObject(path, &LAYOUT_LWOB, 1, failID, failpos);
 }

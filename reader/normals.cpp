@@ -1,6 +1,8 @@
 // What the geometry of a layer implies: a normal for each polygon and the polygons around each
 // point.
+#include "reader/largeArrays.h"
 #include "reader/lwo2.h"
+#include "reader/vectors.h"
 
 #include <cstdlib>
 
@@ -31,8 +33,8 @@ void lwGetPolyNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) 
             a[axis] = second[axis] - first[axis];
             b[axis] = last[axis] - first[axis];
         }
-        cross(a, b, polygon->normal);
-        normalize(polygon->normal);
+        outerProduct(a, b, polygon->normal);
+        toUnitLength(polygon->normal);
     }
 }
 
@@ -62,7 +64,7 @@ static bool allocPointPolygons(st_lwPointList *points, const int *uses) {
         if (uses[i] == 0)
             continue;
         point->polygons =
-            static_cast<int *>(std::malloc(static_cast<std::size_t>(uses[i]) * sizeof(int)));
+            static_cast<int *>(allocArray(static_cast<std::size_t>(uses[i]), sizeof(int)));
         if (point->polygons == nullptr)
             return false;
     }

@@ -175,10 +175,11 @@ int lwGetProcedural(std::FILE *file, int rsz, st_lwTexture *texture) {
 template <typename Entry>
 static void replaceEntries(std::FILE *file, int count, int fileSize, Entry **entries) {
     std::size_t room = static_cast<std::size_t>(std::max(count, 1));
-    if (fileMayHold(file, count * fileSize))
-        replaceOwned(entries, needed(static_cast<Entry *>(std::calloc(room, sizeof(Entry)))));
-    else
-        std::free(getbytes(file, count * fileSize));
+    if (!fileMayHold(file, count * fileSize)) {
+        getbytes(file, count * fileSize); // fails at the end of the file
+        return;
+    }
+    replaceOwned(entries, needed(static_cast<Entry *>(std::calloc(room, sizeof(Entry)))));
 }
 
 static void getGradientKeys(std::FILE *file, int length, st_lwGradient *gradient) {

@@ -128,8 +128,8 @@ static void countRef(int *count, st_lwVMapRef **refs) {
 // Lists an entry; the first one makes room for all that were counted. False without memory.
 static bool addRef(int *count, st_lwVMapRef **refs, st_lwVMap *vmap, int entry) {
     if (*refs == nullptr) {
-        std::size_t size = static_cast<std::size_t>(*count) * sizeof(st_lwVMapRef);
-        *refs = static_cast<st_lwVMapRef *>(std::malloc(size));
+        *refs = static_cast<st_lwVMapRef *>(
+            allocArray(static_cast<std::size_t>(*count), sizeof(st_lwVMapRef)));
         if (*refs == nullptr)
             return false;
         *count = 0;

@@ -166,16 +166,17 @@ TEST(Texture, onlyTheHeaderStartsTheCountOver) {
 
 // Whatever reads to the end of the file fails there, not where it began.
 TEST(Texture, gradientCutShortFailsAtTheEndOfTheFile) {
-    for (const std::string id : {"FKEY", "IKEY"}) {
-        const std::string header = s0("a") + sub("CHAN", "COLR");
-        const std::string block = "GRAD" + u2(static_cast<unsigned>(header.size())) + header + id +
-                                  u2(280) + f4(1, 2, 3) + "odd";
-        const std::string bytes = "FORM" + u4(9999) + "LWO2" + "SURF" + u4(9999) + s0("s") +
-                                  s0("") + "BLOK" + u2(999) + block;
-        Failure failure;
-        EXPECT_EQ(load(bytes, &failure), nullptr);
-        EXPECT_EQ(failure.position, static_cast<int>(bytes.size())) << id;
-    }
+    for (const unsigned length : {280U, 28000U})
+        for (const std::string id : {"FKEY", "IKEY"}) {
+            const std::string header = s0("a") + sub("CHAN", "COLR");
+            const std::string block = "GRAD" + u2(static_cast<unsigned>(header.size())) + header +
+                                      id + u2(length) + f4(1, 2, 3) + "odd";
+            const std::string bytes = "FORM" + u4(9999) + "LWO2" + "SURF" + u4(9999) + s0("s") +
+                                      s0("") + "BLOK" + u2(999) + block;
+            Failure failure;
+            EXPECT_EQ(load(bytes, &failure), nullptr);
+            EXPECT_EQ(failure.position, static_cast<int>(bytes.size())) << id;
+        }
 }
 
 TEST(Texture, damageFails) {
