@@ -41,81 +41,32 @@ static Argument constant(GLint value) {
     return {static_cast<double>(value), Argument::CONSTANT};
 }
 
+// clang-format off
 static const std::map<unsigned, const char *> &constantNames() {
-#define NAMED(constant)                                                                            \
-    { constant, #constant }
+#define NAMED(constant) {constant, #constant}
     static const std::map<unsigned, const char *> names = {
-        NAMED(GL_ALPHA),
-        NAMED(GL_AMBIENT),
-        NAMED(GL_AMBIENT_AND_DIFFUSE),
-        NAMED(GL_BACK),
-        NAMED(GL_BGR),
-        NAMED(GL_BGRA),
-        NAMED(GL_BLEND),
-        NAMED(GL_CLAMP),
-        NAMED(GL_COLOR_ARRAY),
-        NAMED(GL_COLOR_MATERIAL),
-        NAMED(GL_CULL_FACE),
-        NAMED(GL_DECAL),
-        NAMED(GL_DEPTH_TEST),
-        NAMED(GL_DIFFUSE),
-        NAMED(GL_EDGE_FLAG_ARRAY),
-        NAMED(GL_FILL),
-        NAMED(GL_FLAT),
-        NAMED(GL_FLOAT),
-        NAMED(GL_FRONT),
-        NAMED(GL_FRONT_AND_BACK),
-        NAMED(GL_INDEX_ARRAY),
-        NAMED(GL_LEQUAL),
-        NAMED(GL_LESS),
-        NAMED(GL_LIGHT0),
-        NAMED(GL_LIGHT1),
-        NAMED(GL_LIGHT2),
-        NAMED(GL_LIGHTING),
-        NAMED(GL_LINE),
-        NAMED(GL_LINEAR),
-        NAMED(GL_LINE_SMOOTH),
-        NAMED(GL_LINE_SMOOTH_HINT),
-        NAMED(GL_LUMINANCE),
-        NAMED(GL_MODELVIEW),
-        NAMED(GL_MODELVIEW_MATRIX),
-        NAMED(GL_MODULATE),
-        NAMED(GL_N3F_V3F),
-        NAMED(GL_NEAREST),
-        NAMED(GL_NICEST),
-        NAMED(GL_NORMALIZE),
-        NAMED(GL_NORMAL_ARRAY),
-        NAMED(GL_ONE_MINUS_SRC_ALPHA),
-        NAMED(GL_PERSPECTIVE_CORRECTION_HINT),
-        NAMED(GL_POSITION),
-        NAMED(GL_PROJECTION),
-        NAMED(GL_REPEAT),
-        NAMED(GL_REPLACE),
-        NAMED(GL_RGB),
-        NAMED(GL_RGBA),
-        NAMED(GL_SMOOTH),
-        NAMED(GL_SPECULAR),
-        NAMED(GL_SPOT_CUTOFF),
-        NAMED(GL_SPOT_DIRECTION),
-        NAMED(GL_SPOT_EXPONENT),
-        NAMED(GL_SRC_ALPHA),
-        NAMED(GL_T2F_N3F_V3F),
-        NAMED(GL_TEXTURE_1D),
-        NAMED(GL_TEXTURE_2D),
-        NAMED(GL_TEXTURE_COORD_ARRAY),
-        NAMED(GL_TEXTURE_ENV),
-        NAMED(GL_TEXTURE_ENV_MODE),
-        NAMED(GL_TEXTURE_MAG_FILTER),
-        NAMED(GL_TEXTURE_MIN_FILTER),
-        NAMED(GL_TEXTURE_WRAP_S),
-        NAMED(GL_TEXTURE_WRAP_T),
-        NAMED(GL_UNPACK_ALIGNMENT),
-        NAMED(GL_UNSIGNED_BYTE),
-        NAMED(GL_VERTEX_ARRAY),
-    };
+        NAMED(GL_ALPHA), NAMED(GL_AMBIENT), NAMED(GL_AMBIENT_AND_DIFFUSE), NAMED(GL_BACK),
+        NAMED(GL_BGR), NAMED(GL_BGRA), NAMED(GL_BLEND), NAMED(GL_CLAMP), NAMED(GL_COLOR_ARRAY),
+        NAMED(GL_COLOR_MATERIAL), NAMED(GL_CULL_FACE), NAMED(GL_DECAL), NAMED(GL_DEPTH_TEST),
+        NAMED(GL_DIFFUSE), NAMED(GL_EDGE_FLAG_ARRAY), NAMED(GL_FILL), NAMED(GL_FLAT),
+        NAMED(GL_FLOAT), NAMED(GL_FRONT), NAMED(GL_FRONT_AND_BACK), NAMED(GL_INDEX_ARRAY),
+        NAMED(GL_LEQUAL), NAMED(GL_LESS), NAMED(GL_LIGHT0), NAMED(GL_LIGHT1), NAMED(GL_LIGHT2),
+        NAMED(GL_LIGHTING), NAMED(GL_LINE), NAMED(GL_LINEAR), NAMED(GL_LINE_SMOOTH),
+        NAMED(GL_LINE_SMOOTH_HINT), NAMED(GL_LUMINANCE), NAMED(GL_MODELVIEW),
+        NAMED(GL_MODELVIEW_MATRIX), NAMED(GL_MODULATE), NAMED(GL_N3F_V3F), NAMED(GL_NEAREST),
+        NAMED(GL_NICEST), NAMED(GL_NORMALIZE), NAMED(GL_NORMAL_ARRAY),
+        NAMED(GL_ONE_MINUS_SRC_ALPHA), NAMED(GL_PERSPECTIVE_CORRECTION_HINT), NAMED(GL_POSITION),
+        NAMED(GL_PROJECTION), NAMED(GL_REPEAT), NAMED(GL_REPLACE), NAMED(GL_RGB), NAMED(GL_RGBA),
+        NAMED(GL_SMOOTH), NAMED(GL_SPECULAR), NAMED(GL_SPOT_CUTOFF), NAMED(GL_SPOT_DIRECTION),
+        NAMED(GL_SPOT_EXPONENT), NAMED(GL_SRC_ALPHA), NAMED(GL_T2F_N3F_V3F), NAMED(GL_TEXTURE_1D),
+        NAMED(GL_TEXTURE_2D), NAMED(GL_TEXTURE_COORD_ARRAY), NAMED(GL_TEXTURE_ENV),
+        NAMED(GL_TEXTURE_ENV_MODE), NAMED(GL_TEXTURE_MAG_FILTER), NAMED(GL_TEXTURE_MIN_FILTER),
+        NAMED(GL_TEXTURE_WRAP_S), NAMED(GL_TEXTURE_WRAP_T), NAMED(GL_UNPACK_ALIGNMENT),
+        NAMED(GL_UNSIGNED_BYTE), NAMED(GL_VERTEX_ARRAY),};
 #undef NAMED
     return names;
 }
+// clang-format on
 
 template <typename Number> static std::string shortest(Number value) {
     char digits[40];
@@ -162,8 +113,17 @@ static bool isNoted(const char *name) {
            std::find(glNoteOnly.begin(), glNoteOnly.end(), name) != glNoteOnly.end();
 }
 
+static double touched = 0;
+
+// What a driver would read is read, for a memory checker to see.
+template <typename Value> static void touch(const Value *values, std::size_t count) {
+    for (std::size_t i = 0; i < count; i++)
+        touched += static_cast<double>(values[i]);
+}
+
 static void note(const char *name, std::initializer_list<Argument> arguments,
                  const void *pointer = nullptr, const float *vector = nullptr, int count = 0) {
+    touch(vector, static_cast<std::size_t>(count));
     if (!isNoted(name))
         return;
     std::vector<Argument> all(arguments);
@@ -202,135 +162,105 @@ std::vector<std::string> glTexts(const std::string &name) {
 // The identity stands in glModelview also before the first reset.
 static const bool isReset = (resetGlRecorder(), true);
 
+// ------------------------------------------------------- memory that a driver would read
+
+static const float *vertexArray = nullptr;
+static std::size_t vertexFloats = 0; // of one vertex
+static const float *colorArray = nullptr;
+static bool colorsEnabled = false;
+
+static void touchVertices(GLint first, GLsizei count) {
+    const std::size_t end = static_cast<std::size_t>(first) + static_cast<std::size_t>(count);
+    touch(vertexArray, end * vertexFloats);
+    touch(colorArray, colorsEnabled ? end * 4 : 0);
+}
+
+static void touchImage(GLsizei width, GLsizei height, GLenum format, GLenum type,
+                       const void *texels) {
+    const std::size_t values = static_cast<std::size_t>(width) * static_cast<std::size_t>(height) *
+                               (format == GL_RGB || format == GL_BGR ? 3 : 4);
+    if (type == GL_FLOAT)
+        touch(static_cast<const float *>(texels), values);
+    else
+        touch(static_cast<const unsigned char *>(texels), values);
+}
+
 extern "C" {
+
+// A function that is only noted: its parameters, and what note() takes of them.
+#define GL_CALL(name, parameters, ...)                                                             \
+    void GLAPIENTRY name parameters {                                                              \
+        note(#name, __VA_ARGS__);                                                                  \
+    }
 
 // ------------------------------------------------------------------ state and clearing
 
-void GLAPIENTRY glEnable(GLenum what) {
-    note("glEnable", {constant(what)});
-}
-void GLAPIENTRY glDisable(GLenum what) {
-    note("glDisable", {constant(what)});
-}
+GL_CALL(glEnable, (GLenum what), {constant(what)})
+GL_CALL(glDisable, (GLenum what), {constant(what)})
 void GLAPIENTRY glEnableClientState(GLenum what) {
+    colorsEnabled = colorsEnabled || what == GL_COLOR_ARRAY;
     note("glEnableClientState", {constant(what)});
 }
-void GLAPIENTRY glDisableClientState(GLenum what) {
-    note("glDisableClientState", {constant(what)});
-}
-void GLAPIENTRY glHint(GLenum target, GLenum mode) {
-    note("glHint", {constant(target), constant(mode)});
-}
-void GLAPIENTRY glCullFace(GLenum mode) {
-    note("glCullFace", {constant(mode)});
-}
-void GLAPIENTRY glDepthFunc(GLenum function) {
-    note("glDepthFunc", {constant(function)});
-}
-void GLAPIENTRY glShadeModel(GLenum mode) {
-    note("glShadeModel", {constant(mode)});
-}
-void GLAPIENTRY glPolygonMode(GLenum face, GLenum mode) {
-    note("glPolygonMode", {constant(face), constant(mode)});
-}
-void GLAPIENTRY glBlendFunc(GLenum source, GLenum destination) {
-    note("glBlendFunc", {constant(source), constant(destination)});
-}
-void GLAPIENTRY glLineWidth(GLfloat width) {
-    note("glLineWidth", {width});
-}
-void GLAPIENTRY glClearDepth(GLclampd depth) {
-    note("glClearDepth", {depth});
-}
-void GLAPIENTRY glClearColor(GLclampf r, GLclampf g, GLclampf b, GLclampf a) {
-    note("glClearColor", {r, g, b, a});
-}
-void GLAPIENTRY glClear(GLbitfield mask) {
-    note("glClear", {{static_cast<double>(mask), Argument::MASK}});
-}
-void GLAPIENTRY glViewport(GLint x, GLint y, GLsizei width, GLsizei height) {
-    note("glViewport", {x, y, width, height});
-}
+GL_CALL(glDisableClientState, (GLenum what), {constant(what)})
+GL_CALL(glHint, (GLenum target, GLenum mode), {constant(target), constant(mode)})
+GL_CALL(glCullFace, (GLenum mode), {constant(mode)})
+GL_CALL(glDepthFunc, (GLenum function), {constant(function)})
+GL_CALL(glShadeModel, (GLenum mode), {constant(mode)})
+GL_CALL(glPolygonMode, (GLenum face, GLenum mode), {constant(face), constant(mode)})
+GL_CALL(glBlendFunc, (GLenum source, GLenum destination), {constant(source), constant(destination)})
+GL_CALL(glLineWidth, (GLfloat width), {width})
+GL_CALL(glClearDepth, (GLclampd depth), {depth})
+GL_CALL(glClearColor, (GLclampf r, GLclampf g, GLclampf b, GLclampf a), {r, g, b, a})
+GL_CALL(glClear, (GLbitfield mask), {{static_cast<double>(mask), Argument::MASK}})
+GL_CALL(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), {x, y, width, height})
 
 // --------------------------------------------------------------------------- matrices
 
-void GLAPIENTRY glMatrixMode(GLenum mode) {
-    note("glMatrixMode", {constant(mode)});
-}
-void GLAPIENTRY glLoadIdentity(void) {
-    note("glLoadIdentity", {});
-}
-void GLAPIENTRY glPushMatrix(void) {
-    note("glPushMatrix", {});
-}
-void GLAPIENTRY glPopMatrix(void) {
-    note("glPopMatrix", {});
-}
-void GLAPIENTRY glTranslatef(GLfloat x, GLfloat y, GLfloat z) {
-    note("glTranslatef", {x, y, z});
-}
-void GLAPIENTRY glRotatef(GLfloat angle, GLfloat x, GLfloat y, GLfloat z) {
-    note("glRotatef", {angle, x, y, z});
-}
-void GLAPIENTRY glScalef(GLfloat x, GLfloat y, GLfloat z) {
-    note("glScalef", {x, y, z});
-}
-void GLAPIENTRY gluPerspective(GLdouble fovy, GLdouble aspect, GLdouble zNear, GLdouble zFar) {
-    note("gluPerspective", {fovy, aspect, zNear, zFar});
-}
+GL_CALL(glMatrixMode, (GLenum mode), {constant(mode)})
+GL_CALL(glLoadIdentity, (void), {})
+GL_CALL(glPushMatrix, (void), {})
+GL_CALL(glPopMatrix, (void), {})
+GL_CALL(glTranslatef, (GLfloat x, GLfloat y, GLfloat z), {x, y, z})
+GL_CALL(glRotatef, (GLfloat angle, GLfloat x, GLfloat y, GLfloat z), {angle, x, y, z})
+GL_CALL(glScalef, (GLfloat x, GLfloat y, GLfloat z), {x, y, z})
+GL_CALL(gluPerspective, (GLdouble fovy, GLdouble aspect, GLdouble zNear, GLdouble zFar),
+        {fovy, aspect, zNear, zFar})
 
 // ------------------------------------------------------------------ lights and colours
 
-void GLAPIENTRY glLightf(GLenum light, GLenum name, GLfloat value) {
-    note("glLightf", {constant(light), constant(name), value});
-}
-void GLAPIENTRY glLightfv(GLenum light, GLenum name, const GLfloat *values) {
-    note("glLightfv", {constant(light), constant(name)}, values, values,
-         name == GL_SPOT_DIRECTION ? 3 : 4);
-}
-void GLAPIENTRY glColorMaterial(GLenum face, GLenum mode) {
-    note("glColorMaterial", {constant(face), constant(mode)});
-}
-void GLAPIENTRY glColor3f(GLfloat r, GLfloat g, GLfloat b) {
-    note("glColor3f", {r, g, b});
-}
-void GLAPIENTRY glColor3fv(const GLfloat *color) {
-    note("glColor3fv", {}, color, color, 3);
-}
+GL_CALL(glLightf, (GLenum light, GLenum name, GLfloat value),
+        {constant(light), constant(name), value})
+GL_CALL(glLightfv, (GLenum light, GLenum name, const GLfloat *values),
+        {constant(light), constant(name)}, values, values, name == GL_SPOT_DIRECTION ? 3 : 4)
+GL_CALL(glColorMaterial, (GLenum face, GLenum mode), {constant(face), constant(mode)})
+GL_CALL(glColor3f, (GLfloat r, GLfloat g, GLfloat b), {r, g, b})
+GL_CALL(glColor3fv, (const GLfloat *color), {}, color, color, 3)
 
 // ----------------------------------------------------------------------------- drawing
 
-void GLAPIENTRY glBegin(GLenum mode) {
-    note("glBegin", {{static_cast<double>(mode), Argument::PRIMITIVE}});
-}
-void GLAPIENTRY glEnd(void) {
-    note("glEnd", {});
-}
-void GLAPIENTRY glVertex3f(GLfloat x, GLfloat y, GLfloat z) {
-    note("glVertex3f", {x, y, z});
-}
-void GLAPIENTRY glVertex3fv(const GLfloat *position) {
-    note("glVertex3fv", {}, position, position, 3);
-}
-void GLAPIENTRY glTexCoord1f(GLfloat s) {
-    note("glTexCoord1f", {s});
-}
+GL_CALL(glBegin, (GLenum mode), {{static_cast<double>(mode), Argument::PRIMITIVE}})
+GL_CALL(glEnd, (void), {})
+GL_CALL(glVertex3f, (GLfloat x, GLfloat y, GLfloat z), {x, y, z})
+GL_CALL(glVertex3fv, (const GLfloat *position), {}, position, position, 3)
+GL_CALL(glTexCoord1f, (GLfloat s), {s})
 void GLAPIENTRY glInterleavedArrays(GLenum format, GLsizei stride, const GLvoid *pointer) {
+    vertexArray = static_cast<const float *>(pointer);
+    vertexFloats = format == GL_T2F_N3F_V3F ? 8 : 6;
+    colorsEnabled = false;
     note("glInterleavedArrays", {constant(format), stride}, pointer);
 }
-void GLAPIENTRY glVertexPointer(GLint size, GLenum type, GLsizei stride, const GLvoid *pointer) {
-    note("glVertexPointer", {size, constant(type), stride}, pointer);
-}
-void GLAPIENTRY glNormalPointer(GLenum type, GLsizei stride, const GLvoid *pointer) {
-    note("glNormalPointer", {constant(type), stride}, pointer);
-}
+GL_CALL(glVertexPointer, (GLint size, GLenum type, GLsizei stride, const GLvoid *pointer),
+        {size, constant(type), stride}, pointer)
+GL_CALL(glNormalPointer, (GLenum type, GLsizei stride, const GLvoid *pointer),
+        {constant(type), stride}, pointer)
 void GLAPIENTRY glColorPointer(GLint size, GLenum type, GLsizei stride, const GLvoid *pointer) {
+    colorArray = static_cast<const float *>(pointer);
     note("glColorPointer", {size, constant(type), stride}, pointer);
 }
-void GLAPIENTRY glTexCoordPointer(GLint size, GLenum type, GLsizei stride, const GLvoid *pointer) {
-    note("glTexCoordPointer", {size, constant(type), stride}, pointer);
-}
+GL_CALL(glTexCoordPointer, (GLint size, GLenum type, GLsizei stride, const GLvoid *pointer),
+        {size, constant(type), stride}, pointer)
 void GLAPIENTRY glDrawArrays(GLenum mode, GLint first, GLsizei count) {
+    touchVertices(first, count);
     note("glDrawArrays", {{static_cast<double>(mode), Argument::PRIMITIVE}, first, count});
 }
 
@@ -341,23 +271,16 @@ void GLAPIENTRY glGenTextures(GLsizei count, GLuint *names) {
         names[i] = ++lastTexture;
     note("glGenTextures", {count}, names);
 }
-void GLAPIENTRY glBindTexture(GLenum target, GLuint name) {
-    note("glBindTexture", {constant(target), name});
-}
-void GLAPIENTRY glTexParameteri(GLenum target, GLenum name, GLint value) {
-    note("glTexParameteri", {constant(target), constant(name), constant(value)});
-}
-void GLAPIENTRY glTexEnvi(GLenum target, GLenum name, GLint value) {
-    note("glTexEnvi", {constant(target), constant(name), constant(value)});
-}
-void GLAPIENTRY glPixelZoom(GLfloat x, GLfloat y) {
-    note("glPixelZoom", {x, y});
-}
-void GLAPIENTRY glPixelStorei(GLenum name, GLint value) {
-    note("glPixelStorei", {constant(name), value});
-}
+GL_CALL(glBindTexture, (GLenum target, GLuint name), {constant(target), name})
+GL_CALL(glTexParameteri, (GLenum target, GLenum name, GLint value),
+        {constant(target), constant(name), constant(value)})
+GL_CALL(glTexEnvi, (GLenum target, GLenum name, GLint value),
+        {constant(target), constant(name), constant(value)})
+GL_CALL(glPixelZoom, (GLfloat x, GLfloat y), {x, y})
+GL_CALL(glPixelStorei, (GLenum name, GLint value), {constant(name), value})
 void GLAPIENTRY glTexImage1D(GLenum target, GLint level, GLint internalFormat, GLsizei width,
                              GLint border, GLenum format, GLenum type, const GLvoid *texels) {
+    touchImage(width, 1, format, type, texels);
     note("glTexImage1D",
          {constant(target), level, constant(internalFormat), width, border, constant(format),
           constant(type)},
@@ -366,6 +289,7 @@ void GLAPIENTRY glTexImage1D(GLenum target, GLint level, GLint internalFormat, G
 void GLAPIENTRY glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width,
                              GLsizei height, GLint border, GLenum format, GLenum type,
                              const GLvoid *texels) {
+    touchImage(width, height, format, type, texels);
     note("glTexImage2D",
          {constant(target), level, constant(internalFormat), width, height, border,
           constant(format), constant(type)},

@@ -1,5 +1,6 @@
 // Stands in for OpenGL and GLU in tests: defines the gl... functions that the renderer and the
-// driver call and writes the calls down in order. Link it instead of the real library.
+// driver call and writes the calls down in order. Link it instead of the real library. It draws
+// nothing, but reads all that a driver would read.
 //
 //   resetGlRecorder();
 //   drawLwo(model, 0);
