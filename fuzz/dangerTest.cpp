@@ -1,5 +1,5 @@
 // The places where readers of these formats are known to break, each with what happens there
-// instead. What concerns one function alone is with that function's tests.
+// instead, in the renderer as well. What concerns one function alone is with that function's tests.
 #include "fuzz/targets.h"
 #include "image/targa_image.h"
 #include "renderer/lwoRenderer.h"
@@ -48,43 +48,15 @@ static std::string older(const std::string &surfaceChunks) {
 }
 
 static std::vector<Danger> objectDangers() {
-    const std::string map = "TXUV" + u2(2) + s0("a");
     const std::string tagged = chunk("TAGS", s0("a")) + POINTS + TRIANGLE;
     const std::string longName(5000, 'n');
     return {
-        {"form of size 0 ends behind its first chunk", "FORM" + u4(0) + "LWO2" + POINTS, LOADS},
-        {"form without end", "FORM" + u4(0xFFFFFFFF) + "LWO2" + POINTS, FAILS},
-        {"size that rounds up to 0", newer(raw("DESC", 0xFFFFFFFF, "") + POINTS), FAILS},
-        {"size that would seek backwards", newer(raw("DESC", 0xFFFFFFF0, "") + POINTS), FAILS},
         {"skipped body past the end", newer(POINTS + raw("DESC", 0x7FFFFFF0, "")), LOADS},
-        {"points past the end", newer(raw("PNTS", 0x7FFFFFF0, f4(0, 0, 0))), FAILS},
-        {"map past the end", newer(POINTS + raw("VMAP", 0x7FFFFFF0, map)), FAILS},
-        {"tag of a polygon far away", newer(tagged + chunk("PTAG", "SURF" + vx(0xFFFFFF) + vx(0))),
-         FAILS},
-        {"tags before polygons", newer(chunk("PTAG", "SURF" + vx(0) + vx(0)) + tagged), FAILS},
-        {"tag pairs past the end", newer(tagged + raw("PTAG", 0x7FFFFFF0, "PART")), FAILS},
-        {"tag index past the end", newer(tagged + chunk("PTAG", "SURF" + vx(0) + vx(9))), FAILS},
-        {"tag number without tags",
-         newer(POINTS + TRIANGLE + chunk("PTAG", "SURF" + vx(0) + vx(9))), LOADS},
-        {"polygons of fewer than 4 bytes", newer(POINTS + chunk("POLS", "FA")), FAILS},
         {"polygons with an odd tail", newer(POINTS + chunk("POLS", "FACE" + u2(1) + vx(0) + u1(0))),
          LOADS},
-        {"vertex count past the chunk", newer(POINTS + chunk("POLS", "FACE" + u2(0x3FF))), FAILS},
-        {"no polygons, then some", newer(POINTS + chunk("POLS", "FACE") + TRIANGLE), LOADS},
         {"polygons of no vertices",
          newer(POINTS + chunk("POLS", "FACE" + u2(0) + u2(0)) + TRIANGLE), LOADS},
-        {"vertex at no point", newer(POINTS + chunk("POLS", "FACE" + u2(1) + vx(3))), FAILS},
         {"vertex before all points", newer(TRIANGLE + POINTS), LOADS},
-        {"vertex at no point at all", newer(TRIANGLE), FAILS},
-        {"map without its name's end", newer(POINTS + chunk("VMAP", "TXUV" + u2(2) + "a.")), FAILS},
-        {"map with an entry cut short", newer(POINTS + chunk("VMAP", map + vx(0) + u2(0))), FAILS},
-        {"map of dimension 65535",
-         newer(POINTS + chunk("VMAP", "TXUV" + u2(65535) + s0("a") + vx(0) + f4(0))), FAILS},
-        {"map without entries", newer(POINTS + chunk("VMAP", "TXUV" + u2(65535) + s0("a"))), LOADS},
-        {"map without a body", newer(POINTS + chunk("VMAP", "")), FAILS},
-        {"map for no point", newer(POINTS + chunk("VMAP", map + vx(3) + f4(0) + f4(0))), FAILS},
-        {"shader header that never ends",
-         newer(surface(sub("BLOK", "SHDR" + u2(0xFFFF) + s0("a") + sub("NONE", "")))), FAILS},
         {"texture block shorter than its header says",
          newer(surface(sub("BLOK", "IMAP" + u2(0xFFFF) + s0("a")))), FAILS},
         {"texture block whose rest comes out below 0: 16 bits make that nearly all there is",
@@ -97,20 +69,8 @@ static std::vector<Danger> objectDangers() {
              sub("BLOK", "SHDR" + u2(10) + s0("") + sub("ENAB", u2(1)) + sub("FUNC", s0(""))) +
              sub("BLOK", "SHDR" + u2(10) + s0("") + sub("ENAB", u2(1)) + sub("FUNC", s0(""))))),
          LOADS},
-        {"name longer than its sub-chunk",
-         newer(surface(texture("PROC", "", "FUNC" + u2(2) + s0(longName)))), FAILS},
-        {"clip filter whose name leaves nothing",
-         newer(chunk("CLIP", u4(1) + sub("STIL", s0("a")) + "IFLT" + u2(2) + s0(longName))), FAILS},
-        {"span without a shape",
-         newer(chunk("ENVL", vx(1) + sub("KEY ", f4(0) + f4(0)) + sub("SPAN", u2(0)))), FAILS},
-        {"older polygons of surface 0",
-         form("LWOB", POINTS + chunk("SRFS", s0("a")) + chunk("POLS", u2(1) + u2(0) + u2(0))),
-         FAILS},
-        {"older polygons cut short", form("LWOB", POINTS + chunk("POLS", u2(9) + u2(0))), FAILS},
         {"older blocks without their end",
          older(sub("CTEX", "Image Map") + sub("TREF", "ref") + sub("SHDR", "toon")), LOADS},
-        {"older image without a name, and with nothing but its mark",
-         older(sub("RIMG", s0("")) + sub("RIMG", s0("(sequence)"))), LOADS},
         {"older parameters before their texture",
          older(sub("TREF", "ref!") + sub("TVAL", u2(1)) + sub("TIMG", s0("a")) +
                sub("TAAS", f4(1)) + sub("TVEL", f4(1, 2, 3)) + sub("SDAT", "data")),
@@ -127,10 +87,6 @@ static std::vector<Danger> objectDangers() {
          newer(chunk("TAGS", s0(longName)) + POINTS + TRIANGLE +
                chunk("CLIP", u4(1) + sub("STIL", s0(longName))) +
                chunk("SURF", s0(longName) + s0("") + sub("SMAN", f4(1)))),
-         LOADS},
-        {"name that ends behind what is looked for",
-         newer(chunk("SURF", s0("mur3-") + s0("") + sub("SMAN", f4(1))) +
-               chunk("SURF", s0("mur3-a") + s0("") + sub("SMAN", f4(1)))),
          LOADS},
         {"coordinates of no map, of one without, of one with too many, of one without a name",
          newer(tagged + surface(texture("IMAP", "", sub("PROJ", u2(5)))) +
@@ -247,24 +203,6 @@ TEST(Danger, inLargeFilesIsMet) {
             EXPECT_EQ(verdict.problem, "") << target.name << ": " << danger.what;
             EXPECT_EQ(verdict.accepted, danger.fate == LOADS) << target.name << ": " << danger.what;
         }
-}
-
-TEST(Danger, inImagesIsMet) {
-    const Danger dangers[] = {
-        {"pixels beyond all numbers", targa(2, 65535, 65535, 255, 0, "abc"), FAILS},
-        {"packets that promise what they cannot hold", targa(10, 65535, 4096, 32, 0, "abc"), FAILS},
-        {"packets past the end", targa(10, 2, 2, 24, 0, u1(0xFF) + "abc"), LOADS},
-        {"pixels larger than what is read at a time",
-         targa(10, 128, 1, 255, 0, u1(0x7F) + std::string(5000, 'x')), LOADS},
-        {"no rows", targa(2, 2, 0, 24, 0, ""), LOADS},
-        {"ID cut short, no pixels", targa(2, 0, 0, 24, 0, "", "identity").substr(0, 20), LOADS},
-        {"ID cut short, pixels", targa(2, 1, 1, 24, 0, "", "identity").substr(0, 20), FAILS},
-    };
-    for (const Danger &danger : dangers) {
-        const st_verdict verdict = fuzzTarga(danger.bytes);
-        EXPECT_EQ(verdict.problem, "") << danger.what;
-        EXPECT_EQ(verdict.accepted, danger.fate == LOADS) << danger.what;
-    }
 }
 
 // Pipes above all: nobody writes to these, and who opens one waits.

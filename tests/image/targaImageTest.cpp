@@ -85,6 +85,7 @@ TEST(TargaImage, missingShortAndHugeFilesAreRefused) {
     EXPECT_NE(load(whole), nullptr);
     EXPECT_EQ(load(targa(2, 65535, 65535, 255, 0, "abc")), nullptr);
     EXPECT_EQ(load(targa(10, 65535, 65535, 255, 0, "abc")), nullptr);
+    EXPECT_EQ(load(targa(10, 65535, 4096, 32, 0, "abc")), nullptr);
 }
 
 TEST(TargaImage, emptyImagesLoad) {
@@ -92,6 +93,7 @@ TEST(TargaImage, emptyImagesLoad) {
         EXPECT_NE(load(targa(type, 0, 5, 24, 0, "")), nullptr);
         EXPECT_NE(load(targa(type, 5, 0, 24, 0, "")), nullptr);
         EXPECT_NE(load(targa(type, 5, 5, 0, 0, u1(0x83))), nullptr);
+        EXPECT_NE(load(targa(type, 0, 0, 24, 0, "", "cut short").substr(0, 20)), nullptr);
     }
 }
 
