@@ -2,9 +2,8 @@
 //   EXPECT_EQ(modelProblem(*model), "");
 #pragma once
 
-#include "renderer/lwoRenderer.h"
 #include "tests/support/checkObject.h"
-#include "tests/support/keptMemory.h"
+#include "tests/support/modelDigest.h"
 
 // Whether the renderer would never come back from the object.
 inline bool hasTwoColorTextures(const st_lwObject &object) {
@@ -15,16 +14,9 @@ inline bool hasTwoColorTextures(const st_lwObject &object) {
 }
 
 inline void checkSubObj(ObjectCheck &check, const st_subObj &subObj) {
-    check.touch(subObj.name);
-    check.touch(subObj.tris, subObj.triCount * 3 * VERTEX_ROOM);
-    check.touch(subObj.quads, subObj.quadCount * 4 * VERTEX_ROOM);
     for (float *const *buffer : subObj.colors) {
         check.require((buffer[0] == nullptr) == (subObj.triCount == 0), "colours as triangles");
         check.require((buffer[1] == nullptr) == (subObj.quadCount == 0), "colours as quads");
-        if (buffer[0] != nullptr)
-            check.touch(buffer[0], subObj.triCount * COLOR_ROOM);
-        if (buffer[1] != nullptr)
-            check.touch(buffer[1], subObj.quadCount * COLOR_ROOM);
     }
 }
 
@@ -44,17 +36,20 @@ inline void checkTextureTable(ObjectCheck &check, const st_texTable *table,
 // The first thing that does not hold; empty when all is well.
 inline std::string modelProblem(const st_lwoObj &model) {
     ObjectCheck check;
+    Digest digest; // of what the object does not hold
     check.problem = objectProblem(*model.object);
     check.require(model.rObjCount == model.object->layerCount, "a render object for every layer");
     for (int i = 0; i < model.rObjCount; i++) {
         const st_rObj &rObj = model.rObjs[i];
-        check.touch(rObj.dir);
         check.require(rObj.celShading != nullptr, "a cel-shading record");
         check.require(rObj.subObjCount == model.object->surfaceCount, "all surfaces");
         check.require(rObj.textures == model.rObjs[0].textures, "one table of textures");
-        for (int k = 0; k < rObj.subObjCount; k++)
+        for (int k = 0; k < rObj.subObjCount; k++) {
             checkSubObj(check, rObj.subObjs[k]);
+            addSubObj(digest, rObj.subObjs[k]);
+        }
     }
     checkTextureTable(check, model.rObjs[0].textures, *model.object);
+    check.touched = digest.value;
     return check.problem;
 }
