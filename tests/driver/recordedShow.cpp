@@ -4,14 +4,20 @@
 
 #include <cstdlib>
 #include <map>
+#include <sstream>
 
 std::set<std::string> missingModels;
 std::vector<std::string> loadedPaths;
 
 static std::map<std::string, st_lwoObj> models;
 
-static void note(const std::string &text) {
-    glCalls.push_back({text.substr(0, text.find('(')), {}, nullptr, text});
+// A call by its name and arguments.
+template <typename... Arguments>
+static void note(const std::string &name, const Arguments &...arguments) {
+    std::ostringstream text;
+    const char *between = "(";
+    ((text << between << arguments, between = ", "), ...);
+    glCalls.push_back({name, {}, nullptr, name + text.str() + ")"});
 }
 
 // -------------------------------------------------------------------------- renderer
@@ -29,7 +35,7 @@ st_lwoObj *newLwoObj(const char *path, int contextCount) {
 void drawLwo(st_lwoObj *model, int context) {
     for (const auto &[name, record] : models)
         if (&record == model)
-            note("drawLwo(" + name + ", " + std::to_string(context) + ")");
+            note("drawLwo", name, context);
 }
 
 // ----------------------------------------------------------------------------- sound
@@ -40,90 +46,55 @@ struct FSOUND_STREAM {
 static FSOUND_STREAM theStream;
 
 signed char FSOUND_Init(int mixrate, int maxchannels, unsigned int flags) {
-    note("FSOUND_Init(" + std::to_string(mixrate) + ", " + std::to_string(maxchannels) + ", " +
-         std::to_string(flags) + ")");
+    note("FSOUND_Init", mixrate, maxchannels, flags);
     return 1;
 }
 
 FSOUND_STREAM *FSOUND_Stream_OpenFile(const char *filename, unsigned int mode, int length) {
-    note("FSOUND_Stream_OpenFile(" + std::string(filename) + ", " + std::to_string(mode) + ", " +
-         std::to_string(length) + ")");
+    note("FSOUND_Stream_OpenFile", filename, mode, length);
     return &theStream;
 }
 
 int FSOUND_Stream_Play(int channel, FSOUND_STREAM *played) {
-    note("FSOUND_Stream_Play(" + std::to_string(channel) +
-         (played == &theStream ? ", stream)" : ", null)"));
+    note("FSOUND_Stream_Play", channel, played == &theStream ? "stream" : "null");
     return channel;
 }
 
 signed char FSOUND_SetVolume(int channel, int volume) {
-    note("FSOUND_SetVolume(" + std::to_string(channel) + ", " + std::to_string(volume) + ")");
+    note("FSOUND_SetVolume", channel, volume);
     return 1;
 }
 
 // ------------------------------------------------------------------------------ GLUT
 
-static std::string callbackName(void (*callback)()) {
-    return callback == display ? "display" : "another";
-}
-
-void glutInit(int *argc, char ** /*argv*/) {
-    note("glutInit(" + std::to_string(*argc) + ")");
-}
-
-void glutInitDisplayMode(unsigned int mode) {
-    note("glutInitDisplayMode(" + std::to_string(mode) + ")");
-}
-
-void glutInitWindowPosition(int x, int y) {
-    note("glutInitWindowPosition(" + std::to_string(x) + ", " + std::to_string(y) + ")");
-}
-
-void glutInitWindowSize(int width, int height) {
-    note("glutInitWindowSize(" + std::to_string(width) + ", " + std::to_string(height) + ")");
-}
-
 int glutCreateWindow(const char *title) {
-    note("glutCreateWindow(" + std::string(title) + ")");
+    note("glutCreateWindow", title);
     return 1;
 }
 
-void glutDisplayFunc(void (*callback)()) {
-    note("glutDisplayFunc(" + callbackName(callback) + ")");
-}
+// A function that is only noted: its parameters, and its arguments.
+#define GLUT_CALL(name, parameters, ...)                                                           \
+    void name parameters {                                                                         \
+        note(#name, __VA_ARGS__);                                                                  \
+    }
+#define GLUT_CALLBACK(name, type, expected)                                                        \
+    void name(void(*callback) type) {                                                              \
+        note(#name, callback == expected ? #expected : "another");                                 \
+    }
 
-void glutIdleFunc(void (*callback)()) {
-    note("glutIdleFunc(" + callbackName(callback) + ")");
-}
-
-void glutKeyboardFunc(void (*callback)(unsigned char, int, int)) {
-    note(callback == keyboard ? "glutKeyboardFunc(keyboard)" : "glutKeyboardFunc(another)");
-}
-
-void glutMotionFunc(void (*callback)(int, int)) {
-    note(callback == motion ? "glutMotionFunc(motion)" : "glutMotionFunc(another)");
-}
-
-void glutReshapeFunc(void (*callback)(int, int)) {
-    note(callback == reshape ? "glutReshapeFunc(reshape)" : "glutReshapeFunc(another)");
-}
-
-void glutFullScreen() {
-    note("glutFullScreen()");
-}
-
-void glutMainLoop() {
-    note("glutMainLoop()");
-}
-
-void glutSwapBuffers() {
-    note("glutSwapBuffers()");
-}
-
-void glutPostRedisplay() {
-    note("glutPostRedisplay()");
-}
+GLUT_CALL(glutInit, (int *argc, char ** /*argv*/), *argc)
+GLUT_CALL(glutInitDisplayMode, (unsigned int mode), mode)
+GLUT_CALL(glutInitWindowPosition, (int x, int y), x, y)
+GLUT_CALL(glutInitWindowSize, (int width, int height), width, height)
+GLUT_CALL(glutFullScreen, (), "")
+GLUT_CALL(glutMainLoop, (), "")
+GLUT_CALL(glutSwapBuffers, (), "")
+GLUT_CALL(glutPostRedisplay, (), "")
+GLUT_CALLBACK(glutDisplayFunc, (), display)
+GLUT_CALLBACK(glutIdleFunc, (), display)
+GLUT_CALLBACK(glutKeyboardFunc, (unsigned char, int, int), keyboard)
+GLUT_CALLBACK(glutMotionFunc, (int, int), motion)
+GLUT_CALLBACK(glutReshapeFunc, (int, int), reshape)
 
 // --------------------------------------------------------------------------- running
 
