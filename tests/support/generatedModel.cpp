@@ -22,28 +22,8 @@ struct Piece {
     std::vector<Polygon> polygons;
 };
 
-static void append2(std::string *bytes, unsigned value) {
-    bytes->push_back(static_cast<char>(value >> 8 & 0xFF));
-    bytes->push_back(static_cast<char>(value & 0xFF));
-}
-
-static void append4(std::string *bytes, std::uint32_t value) {
-    append2(bytes, value >> 16);
-    append2(bytes, value & 0xFFFF);
-}
-
-static void appendFloat(std::string *bytes, float value) {
-    std::uint32_t bits = 0;
-    std::memcpy(&bits, &value, sizeof bits);
-    append4(bytes, bits);
-}
-
-static void appendIndex(std::string *bytes, int index) {
-    const unsigned value = static_cast<unsigned>(index);
-    if (value < 0xFF00)
-        append2(bytes, value);
-    else
-        append4(bytes, 0xFF000000U | value);
+static std::string indexBytes(int index) {
+    return vx(static_cast<unsigned>(index));
 }
 
 // 0 to 255, without pattern.
@@ -106,9 +86,9 @@ static std::string pointsChunk(const Piece &piece) {
         const int column = i % piece.width;
         const int row = i / piece.width;
         const int hill = column % 23 * (22 - column % 23) + row % 31 * (30 - row % 31);
-        appendFloat(&body, static_cast<float>(column));
-        appendFloat(&body, static_cast<float>(row));
-        appendFloat(&body, static_cast<float>(hill * 32 + noise(i)) / 1024.0F);
+        body += f4(static_cast<float>(column));
+        body += f4(static_cast<float>(row));
+        body += f4(static_cast<float>(hill * 32 + noise(i)) / 1024.0F);
     }
     return chunk("PNTS", body);
 }
@@ -116,9 +96,9 @@ static std::string pointsChunk(const Piece &piece) {
 static std::string polygonsChunk(const Piece &piece) {
     std::string body = "FACE";
     for (const Polygon &polygon : piece.polygons) {
-        append2(&body, static_cast<unsigned>(polygon.points.size()));
+        body += u2(static_cast<unsigned>(polygon.points.size()));
         for (const int point : polygon.points)
-            appendIndex(&body, point);
+            body += indexBytes(point);
     }
     return chunk("POLS", body);
 }
@@ -127,8 +107,8 @@ static std::string tagsChunk(const Piece &piece, const ModelPlan &plan, const st
     std::string body = type;
     for (int i = 0; i < static_cast<int>(piece.polygons.size()); i++) {
         const int surface = piece.polygons[static_cast<std::size_t>(i)].surface;
-        appendIndex(&body, i);
-        appendIndex(&body, type == "SURF" ? surface : i / RUN % std::min(plan.surfaces, 2));
+        body += indexBytes(i);
+        body += indexBytes(type == "SURF" ? surface : i / RUN % std::min(plan.surfaces, 2));
     }
     return chunk("PTAG", body);
 }
@@ -136,10 +116,10 @@ static std::string tagsChunk(const Piece &piece, const ModelPlan &plan, const st
 static std::string olderPolygonsChunk(const Piece &piece) {
     std::string body;
     for (const Polygon &polygon : piece.polygons) {
-        append2(&body, static_cast<unsigned>(polygon.points.size()));
+        body += u2(static_cast<unsigned>(polygon.points.size()));
         for (const int point : polygon.points)
-            append2(&body, static_cast<unsigned>(point));
-        append2(&body, static_cast<unsigned>(polygon.surface + 1));
+            body += u2(static_cast<unsigned>(point));
+        body += u2(static_cast<unsigned>(polygon.surface + 1));
     }
     return chunk("POLS", body);
 }
@@ -152,9 +132,9 @@ static std::string mapHeader(int surface) {
     return "TXUV" + u2(2) + s0(surfaceName(surface));
 }
 
-static void appendUV(std::string *body, int seed) {
-    appendFloat(body, static_cast<float>(noise(seed)) / 256.0F);
-    appendFloat(body, static_cast<float>(noise(seed + 1)) / 256.0F);
+static std::string uvBytes(int seed) {
+    return f4(static_cast<float>(noise(seed)) / 256.0F) +
+           f4(static_cast<float>(noise(seed + 1)) / 256.0F);
 }
 
 // Map indices count from the layer's first point and polygon.
@@ -174,8 +154,8 @@ static std::string pointMapChunks(const Piece &piece, const ModelPlan &plan, int
     for (int surface = 0; surface < plan.surfaces; surface++) {
         std::string body = mapHeader(surface);
         for (const int point : users[static_cast<std::size_t>(surface)]) {
-            appendIndex(&body, firstPoint + point);
-            appendUV(&body, point);
+            body += indexBytes(firstPoint + point);
+            body += uvBytes(point);
         }
         chunks += chunk("VMAP", body);
     }
@@ -191,9 +171,9 @@ static std::string cornerMapChunks(const Piece &piece, const ModelPlan &plan, in
         const Polygon &polygon = piece.polygons[static_cast<std::size_t>(i)];
         std::string &body = bodies[static_cast<std::size_t>(polygon.surface)];
         for (const int point : polygon.points) {
-            appendIndex(&body, firstPoint + point);
-            appendIndex(&body, firstPolygon + i);
-            appendUV(&body, i + point);
+            body += indexBytes(firstPoint + point);
+            body += indexBytes(firstPolygon + i);
+            body += uvBytes(i + point);
         }
     }
     std::string chunks;
