@@ -3,10 +3,12 @@
 #include "sound/fsound.h"
 
 #include "sound/mixer.h"
+#include "sound/quiet.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 struct FSOUND_STREAM {
@@ -19,14 +21,21 @@ constexpr int ONCE = 1;
 
 static bool deviceOpen = false;
 
+static bool openDevice(int mixrate) {
+    // SDL would take SIGINT for itself, and Ctrl-C in the terminal would no longer end the show.
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0 &&
+           Mix_OpenAudio(mixrate, AUDIO_S16SYS, OUTPUT_CHANNELS, BUFFER_FRAMES) == 0;
+}
+
 signed char FSOUND_Init(int mixrate, int /*maxchannels*/, unsigned int /*flags*/) {
     if (deviceOpen)
         return 1;
-    // SDL would take SIGINT for itself, and Ctrl-C in the terminal would no longer end the show.
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
-        return 0;
-    deviceOpen = Mix_OpenAudio(mixrate, AUDIO_S16SYS, OUTPUT_CHANNELS, BUFFER_FRAMES) == 0;
+    const int heard = muteStandardError();
+    deviceOpen = openDevice(mixrate);
+    restoreStandardError(heard);
+    if (!deviceOpen)
+        std::fputs("no sound device: the show is silent\n", stderr);
     return deviceOpen ? 1 : 0;
 }
 
@@ -34,9 +43,13 @@ FSOUND_STREAM *FSOUND_Stream_OpenFile(const char *filename, unsigned int /*mode*
     if (!deviceOpen)
         return nullptr;
     // By content, whatever the file is called: the show's music has a fixed name.
+    const int heard = muteStandardError();
     Mix_Music *music = Mix_LoadMUS_RW(openMusic(filename), SDL_TRUE);
-    if (music == nullptr)
+    restoreStandardError(heard);
+    if (music == nullptr) {
+        std::fprintf(stderr, "%s: the show is silent\n", musicProblem(filename).c_str());
         return nullptr;
+    }
     auto *stream = static_cast<FSOUND_STREAM *>(std::malloc(sizeof(FSOUND_STREAM)));
     if (stream == nullptr) {
         Mix_FreeMusic(music);

@@ -2,6 +2,7 @@
 #include "sound/mixer.h"
 
 #include "files/regularFile.h"
+#include "sound/quiet.h"
 
 #include <SDL.h>
 #include <SDL_mixer.h>
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <unistd.h>
 
 constexpr int MAX_VOLUME = 255;
 constexpr int OUTPUT_CHANNELS = 2; // stereo
@@ -26,6 +28,15 @@ SDL_RWops *openMusic(const char *path) {
     return isRegularFile(path) ? SDL_RWFromFile(path, "rb") : nullptr;
 }
 
+std::string musicProblem(const char *path) {
+    std::string problem = "no music that could be played";
+    if (!isRegularFile(path))
+        problem = errno != 0 ? std::strerror(errno) : "not a file";
+    else if (access(path, R_OK) != 0)
+        problem = std::strerror(errno);
+    return std::string(path) + ": " + problem;
+}
+
 static bool decodeAll(const char *path, std::vector<std::int16_t> *samples) {
     Mix_Chunk *chunk = Mix_LoadWAV_RW(openMusic(path), SDL_TRUE);
     if (chunk == nullptr)
@@ -37,7 +48,7 @@ static bool decodeAll(const char *path, std::vector<std::int16_t> *samples) {
     return true;
 }
 
-bool decodeMusic(const char *path, int rate, std::vector<std::int16_t> *samples) {
+static bool decodeWithoutDevice(const char *path, int rate, std::vector<std::int16_t> *samples) {
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, "dummy", SDL_HINT_OVERRIDE);
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
@@ -48,5 +59,12 @@ bool decodeMusic(const char *path, int rate, std::vector<std::int16_t> *samples)
         Mix_CloseAudio();
     }
     SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    return decoded;
+}
+
+bool decodeMusic(const char *path, int rate, std::vector<std::int16_t> *samples) {
+    const int heard = muteStandardError();
+    const bool decoded = decodeWithoutDevice(path, rate, samples);
+    restoreStandardError(heard);
     return decoded;
 }

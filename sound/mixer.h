@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 struct SDL_RWops;
@@ -19,6 +20,10 @@ std::int16_t mixedSample(std::int16_t sample, int volume);
 // Opens a music file for the mixer. Null when there is none, and for a pipe: opening that waits for
 // somebody to write to it, and the show would never start.
 SDL_RWops *openMusic(const char *path);
+
+// Why music that could not be opened or decoded was not, for a line: "msx/music.ogg: No such file
+// or directory".
+std::string musicProblem(const char *path);
 
 // Reads a whole music file, of any format that the mixer plays and by content, whatever it is
 // called: 16-bit stereo at rate Hz, left and right in turn. False when it cannot be read. Nothing

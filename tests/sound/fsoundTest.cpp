@@ -7,13 +7,20 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
+#include <utility>
+#include <vector>
 
 namespace fs = std::filesystem;
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
 
 constexpr std::size_t STRETCH = 2048; // samples: one buffer of the mixer
 
@@ -71,19 +78,32 @@ TEST(Sound, missingMusicIsSilence) {
     ASSERT_EQ(FSOUND_Init(44100, 32, 0), 1);
     const std::string pipe = testPath("pipe.ogg"); // nobody writes to it: who opens it waits
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    for (const std::string &path : {std::string("nowhere.ogg"), pipe}) {
+    const std::string noise = testPath("noise.ogg"); // which decoders have much to say about
+    std::ofstream(noise) << "\xFF\xFB" << std::string(50000, '\x55');
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"nowhere.ogg", ": No such file or directory"},
+        {pipe, ": not a file"},
+        {noise, ": no music that could be played"},
+    };
+    for (const auto &[path, problem] : cases) {
+        CaptureStderr();
         FSOUND_STREAM *stream = FSOUND_Stream_OpenFile(path.c_str(), 0x20130, 0);
+        EXPECT_EQ(GetCapturedStderr(), path + problem + ": the show is silent\n");
         EXPECT_EQ(stream, nullptr);
         EXPECT_EQ(FSOUND_Stream_Play(1, stream), -1);
         EXPECT_EQ(FSOUND_SetVolume(1, 100), 1);
     }
 }
 
-// To a full disk SDL's disk driver answers like a device that was unplugged.
+// Once it cannot write any more SDL's disk driver answers like a device that was unplugged.
 TEST(Sound, deviceThatGoesAwayIsSilence) {
     const std::string tone = testPath("tone.ogg");
     writeTone(tone, 60);
-    useDriver("disk", "/dev/full");
+    useDriver("disk", testPath("short.raw"));
+    constexpr rlim_t LONGEST = 65536; // bytes
+    const rlimit limit = {LONGEST, LONGEST};
+    signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     ASSERT_EQ(FSOUND_Init(44100, 32, 0), 1);
     static FSOUND_STREAM *stream = FSOUND_Stream_OpenFile(tone.c_str(), 0x20130, 0);
     ASSERT_NE(stream, nullptr);
@@ -99,8 +119,11 @@ TEST(Sound, deviceThatGoesAwayIsSilence) {
 TEST(Sound, missingDeviceIsSilence) {
     const std::string tone = testPath("tone.ogg");
     writeTone(tone, 1);
-    useDriver("no such driver", "");
+    useDriver("alsa", "");
+    setenv("ALSA_CONFIG_PATH", testPath("no.conf").c_str(), 1); // no machine has a card then
+    CaptureStderr();
     EXPECT_EQ(FSOUND_Init(44100, 32, 0), 0);
+    EXPECT_EQ(GetCapturedStderr(), "no sound device: the show is silent\n");
     FSOUND_STREAM *stream = FSOUND_Stream_OpenFile(tone.c_str(), 0x20130, 0);
     EXPECT_EQ(stream, nullptr);
     EXPECT_EQ(FSOUND_Stream_Play(1, stream), -1);
