@@ -1,6 +1,8 @@
-// Which files the show loads. A table of names only, so that tools can share it without the rest
+// Which files the show loads. Names only, so that tools can share it without the rest
 // of the driver.
 #pragma once
+
+constexpr char MUSIC_PATH[] = "msx/ferrol_-_tamo_lani_rete.ogg";
 
 struct st_modelPath {
     const char *path; // relative to the working directory

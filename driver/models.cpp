@@ -3,9 +3,13 @@
 
 #include "driver/modelPaths.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <iterator>
+#include <string>
+#include <system_error>
 
 st_lwoObj *obj = nullptr;
 st_lwoObj *obj2 = nullptr;
@@ -46,11 +50,25 @@ static const char *pathOf(st_lwoObj *const *model) {
     return "?";
 }
 
+// What one can do depends on whether this is the folder of a show at all.
+[[noreturn]] static void failWithout(st_lwoObj *const *model) {
+    std::error_code ignored;
+    const std::string folder = std::filesystem::current_path(ignored).string();
+    const bool isShow = std::any_of(std::begin(MODELS), std::end(MODELS),
+                                    [](st_lwoObj **other) { return *other != nullptr; });
+    if (isShow)
+        std::fprintf(stderr, "testRender: %s is needed now and could not be loaded from %s\n",
+                     pathOf(model), folder.c_str());
+    else
+        std::fprintf(stderr,
+                     "testRender: none of the show's models could be loaded from %s/lwo; start in "
+                     "the folder of a show, the one with lwo/ and msx/ in it\n",
+                     folder.c_str());
+    std::exit(1);
+}
+
 void drawModel(st_lwoObj *const *model) {
-    if (*model == nullptr) {
-        std::fprintf(stderr, "testRender: %s is needed now and could not be loaded\n",
-                     pathOf(model));
-        std::exit(1);
-    }
+    if (*model == nullptr)
+        failWithout(model);
     drawLwo(*model, CONTEXT);
 }

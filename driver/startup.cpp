@@ -2,6 +2,8 @@
 // the show depends on. Models are loaded between the window and everything else.
 #include "driver/testRender.h"
 
+#include "driver/modelPaths.h"
+
 #include <GL/glut.h>
 
 #include <algorithm>
@@ -26,7 +28,6 @@ float lightDiffuse2[4] = {0.2F, 0.2F, 0.2F, 1.0F};
 float lightPosition2[4] = {0.0F, 1.0F, 1.0F, 1.0F};
 
 constexpr char WINDOW_TITLE[] = "k7-orvo-----VALMORINE____2003____INVITRO-----ovro-7k";
-constexpr char MUSIC_PATH[] = "msx/ferrol_-_tamo_lani_rete.ogg";
 
 constexpr int MIX_RATE = 44100; // Hz
 constexpr int MIX_CHANNELS = 32;

@@ -1,6 +1,7 @@
 #include "tools/arguments.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 
@@ -17,6 +18,8 @@ st_commandLine readCommandLine(int argc, char **argv, const std::vector<st_optio
             onlyWords = true;
         else if (word == "--help" || word == "-h")
             line.help = true;
+        else if (word == "--version")
+            line.version = true;
         else if (option == known.end())
             line.problem = "unknown option " + word;
         else if (!option->takesValue)
@@ -27,6 +30,11 @@ st_commandLine readCommandLine(int argc, char **argv, const std::vector<st_optio
             line.options.push_back({word, argv[++k]});
     }
     return line;
+}
+
+int printVersion(const char *tool) {
+    std::printf("%s " TEST_RENDER_VERSION "\n", tool);
+    return 0;
 }
 
 int refuseCommandLine(const char *tool, const std::string &problem) {
@@ -43,6 +51,13 @@ int readNumber(const char **text, int limit) {
         return -1;
     *text = end;
     return static_cast<int>(number);
+}
+
+bool isPictureName(const std::string &path) {
+    static const std::string ENDING = ".png";
+    return path.size() > ENDING.size() &&
+           std::equal(ENDING.rbegin(), ENDING.rend(), path.rbegin(),
+                      [](char a, unsigned char b) { return a == std::tolower(b); });
 }
 
 bool readPictureSize(const char *text, st_pictureSize *size) {

@@ -119,7 +119,7 @@ TEST(Display, missingTreeIsLeftOutAndAnyOtherMissingModelEndsTheShow) {
     missingModels = {"grass"};
     loadObjects(0, nullptr);
     EXPECT_EXIT(display(), testing::ExitedWithCode(1),
-                "^testRender: lwo/grass\\.lwo is needed now and could not be loaded\n$");
+                "^testRender: lwo/grass\\.lwo is needed now and could not be loaded from .*\n$");
 }
 
 TEST(Anim, turnsCountsAndStartsOverPast360) {

@@ -116,6 +116,12 @@ TEST_F(Lwoview, refusesWhatMakesNoSense) {
     EXPECT_EQ(said.rfind("lwoview: there is no key \"Z\"; ", 0), 0U) << said;
     EXPECT_EQ(runChild({LWOVIEW}, directory, {}, directory + "/output"), 2);
     EXPECT_EQ(readText(directory + "/output").rfind("lwoview: names no model; ", 0), 0U);
+    const std::string output = directory + "/output";
+    EXPECT_EQ(runChild({LWOVIEW, "hat.lwo", "--icon", "x.gif"}, directory, {}, output), 2);
+    EXPECT_EQ(readText(output).rfind("lwoview: a picture's name ends in .png, ", 0), 0U);
+    EXPECT_EQ(runChild({LWOVIEW, "hat.lwo"}, directory, {"DISPLAY="}, output), 1);
+    EXPECT_NE(readText(output).find("--still FILE.png draws without a display\n"),
+              std::string::npos);
     EXPECT_EQ(
         runChild({LWOVIEW, "hat.lwo", "--still", "no/x.png"}, directory, {}, directory + "/output"),
         1);

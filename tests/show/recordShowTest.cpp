@@ -81,11 +81,12 @@ TEST(RecordShow, saysInOneLineWhatIsWrong) {
         {{"--stills", "1"}, 2, "recordShow: --stills names no folder"},
         {{"a.mp4", "--sise", "1"}, 2, "recordShow: unknown option --sise; "},
         {{"a.mp4", "--size"}, 2, "recordShow: --size takes a value; "},
-        {{"--stills", "1,,2", directory}, 1, "recordShow: frames are whole numbers"},
-        {{"--stills", "18751", directory}, 1, "recordShow: frames are whole numbers"},
-        {{"--stills", "-1", directory}, 1, "recordShow: frames are whole numbers"},
-        {{"--stills", "1", directory, "--size", "0x5"}, 1, "recordShow: a size is"},
-        {{"--stills", "1", directory, "--size", "5"}, 1, "recordShow: a size is"},
+        {{"--sheet", "a.jpg"}, 2, "recordShow: a picture's name ends in .png, not as a.jpg; "},
+        {{"--stills", "1,,2", directory}, 2, "recordShow: frames are whole numbers"},
+        {{"--stills", "18751", directory}, 2, "recordShow: frames are whole numbers"},
+        {{"--stills", "-1", directory}, 2, "recordShow: frames are whole numbers"},
+        {{"--stills", "1", directory, "--size", "0x5"}, 2, "recordShow: a size is"},
+        {{"--stills", "1", directory, "--size", "5"}, 2, "recordShow: a size is"},
         {{"--stills", "1", "/dev/null/x"}, 1, "recordShow: cannot make the directory"},
     };
     for (const auto &c : cases) {
@@ -106,8 +107,10 @@ TEST(RecordShow, namesTheModelThatIsMissing) {
         EXPECT_EQ(runChild({RECORD_SHOW, "--stills", "0", directory}, directory, {}, output), 1);
         const std::string said = readText(output);
         EXPECT_NE(said.find("lwoRenderer> Couldn't load lwo/tree3d.lwo.\n"), std::string::npos);
-        EXPECT_NE(said.find("testRender: lwo/k7.lwo is needed now and could not be loaded\n"),
-                  std::string::npos);
+        EXPECT_NE(said.find("testRender: none of the show's models could be loaded from " +
+                            directory + "/lwo; start in the folder of a show"),
+                  std::string::npos)
+            << said;
     }
 }
 

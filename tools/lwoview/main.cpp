@@ -16,7 +16,11 @@
 #include "tools/lwoview/viewer.h"
 #include "tools/lwoview/window.h"
 
+#include <GL/freeglut.h>
+
+#include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -37,6 +41,14 @@ static int fail(const std::string &message) {
     std::fflush(stdout);
     std::fprintf(stderr, "lwoview: %s\n", message.c_str());
     return 1;
+}
+
+// GLUT calls this when it cannot open a window, and expects it not to return.
+static void failWindow(const char *format, va_list arguments) {
+    std::fputs("lwoview: no window: ", stderr);
+    std::vfprintf(stderr, format, arguments);
+    std::fputs("; lwoview MODEL --still FILE.png draws without a display\n", stderr);
+    std::exit(EXIT_FAILURE);
 }
 
 // --------------------------------------------------------------------------- pictures
@@ -60,7 +72,8 @@ static int writePicture(st_viewer *viewer, const st_options &options) {
 // ------------------------------------------------------------------------- arguments
 
 static const char usageText[] =
-    "usage: lwoview MODEL [--still FILE.png | --icon FILE.png] [--size WxH] [--keys KEYS]\n";
+    "usage: lwoview MODEL [--still FILE.png | --icon FILE.png] [--size WxH] [--keys KEYS]\n"
+    "       lwoview --help | --version\n";
 
 // "" or why not.
 static std::string readOption(const st_givenOption &given, st_options *options) {
@@ -76,6 +89,8 @@ static std::string readOption(const st_givenOption &given, st_options *options) 
     } else {
         options->icon = given.name == "--icon";
         options->picture = given.value;
+        if (!isPictureName(given.value))
+            return "a picture's name ends in .png, not as " + given.value;
     }
     return "";
 }
@@ -125,6 +140,8 @@ int main(int argc, char **argv) {
         std::printf("%s\n%s", usageText, viewerHelp);
         return 0;
     }
+    if (line.version)
+        return printVersion("lwoview");
     st_options options;
     const std::string problem = line.problem.empty() ? readArguments(line, &options) : line.problem;
     if (!problem.empty())
@@ -141,6 +158,7 @@ int main(int argc, char **argv) {
     if (!options.picture.empty())
         return writePicture(&viewer, options);
     int words = 1; // ours are not GLUT's
+    glutInitErrorFunc(failWindow);
     runWindow(&viewer, options.size.width, options.size.height, &words, argv);
     return 0;
 }

@@ -45,6 +45,9 @@ Pictures
   --size WxH     pixels of a still (default 800x600); a sheet shows them smaller
 
 LIST is frame numbers with commas between them, or the word landmarks.
+
+  --help         says this
+  --version      says which version this is
 )";
 
 [[noreturn]] static void refuse(const std::string &problem) {
@@ -64,8 +67,8 @@ static std::set<int> readFrames(const std::string &list) {
     while (true) {
         const int frame = readNumber(&at, LAST_FRAME);
         if (frame < 0 || (*at != ',' && *at != '\0'))
-            failRecording("frames are whole numbers from 0 to " + std::to_string(LAST_FRAME) +
-                          " with commas between them, or landmarks, not \"" + list + "\"");
+            refuse("frames are whole numbers from 0 to " + std::to_string(LAST_FRAME) +
+                   " with commas between them, or landmarks, not \"" + list + "\"");
         frames.insert(frame);
         if (*at == '\0')
             return frames;
@@ -76,8 +79,8 @@ static std::set<int> readFrames(const std::string &list) {
 static st_pictureSize readSize(const std::string &text) {
     st_pictureSize size;
     if (!readPictureSize(text.c_str(), &size))
-        failRecording("a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" +
-                      text + "\"");
+        refuse("a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" + text +
+               "\"");
     return size;
 }
 
@@ -85,8 +88,8 @@ static int readBetween(const std::string &option, const std::string &text, int l
     const char *at = text.c_str();
     const int number = readNumber(&at, most);
     if (number < least || *at != '\0')
-        failRecording(option + " takes a whole number from " + std::to_string(least) + " to " +
-                      std::to_string(most) + ", not \"" + text + "\"");
+        refuse(option + " takes a whole number from " + std::to_string(least) + " to " +
+               std::to_string(most) + ", not \"" + text + "\"");
     return number;
 }
 
@@ -107,6 +110,8 @@ static void readOption(st_wish *wish, const std::string &option, const std::stri
         (option == "--stills" ? wish->stills : wish->frames) = true;
     } else if (option == "--sheet") {
         job.sheet = value;
+        if (!isPictureName(value))
+            refuse("a picture's name ends in .png, not as " + value);
     } else if (option == "--size") {
         job.size = readSize(value);
     } else if (option == "--fps") {
@@ -130,6 +135,8 @@ static st_wish readWords(int argc, char **argv) {
         std::fputs(HELP, stdout);
         std::exit(0);
     }
+    if (line.version)
+        std::exit(printVersion("recordShow"));
     if (!line.problem.empty())
         refuse(line.problem);
     if (line.words.size() > 1)
@@ -158,13 +165,13 @@ static void checkWish(const st_wish &wish, bool pictures) {
 
 static void checkFilm(const st_recordJob &job) {
     if (!isFilmName(job.film))
-        failRecording(job.film + ": a film's name ends in " + filmEndings);
+        refuse(job.film + ": a film's name ends in " + filmEndings);
     if (job.size.width % 2 != 0 || job.size.height % 2 != 0)
-        failRecording("a film's sides are even numbers of pixels, not " +
-                      std::to_string(job.size.width) + "x" + std::to_string(job.size.height));
+        refuse("a film's sides are even numbers of pixels, not " + std::to_string(job.size.width) +
+               "x" + std::to_string(job.size.height));
     if (job.from > job.to)
-        failRecording("the film would end (--to " + std::to_string(job.to) +
-                      ") before it starts (--from " + std::to_string(job.from) + ")");
+        refuse("the film would end (--to " + std::to_string(job.to) +
+               ") before it starts (--from " + std::to_string(job.from) + ")");
 }
 
 st_recordJob readRecordOptions(int argc, char **argv) {
@@ -180,6 +187,6 @@ st_recordJob readRecordOptions(int argc, char **argv) {
     else if (job.frames.empty())
         job.frames = readFrames("landmarks");
     if (!job.sheet.empty() && job.frames.size() > MAX_SHEET_PICTURES)
-        failRecording("a sheet holds at most " + std::to_string(MAX_SHEET_PICTURES) + " frames");
+        refuse("a sheet holds at most " + std::to_string(MAX_SHEET_PICTURES) + " frames");
     return job;
 }

@@ -19,8 +19,8 @@ struct st_recordJob {
     int to;   // last frame of the film
 };
 
-// Reads the command line. Ends the process when it asks for help (status 0), makes no sense (one
-// line, status 2), or has a value that cannot be (one line, status 1).
+// Reads the command line. Ends the process when it asks for help or the version (status 0) or makes
+// no sense (one line, status 2).
 st_recordJob readRecordOptions(int argc, char **argv);
 
 // One line on standard error, and the process ends with status 1.
