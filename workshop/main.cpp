@@ -1,23 +1,25 @@
-// makeSet: makes the default set of the show, or what is named of it. The same program makes the
+// makeSet: makes the default set of the show, or what is named of it. On one system it makes the
 // same bytes every time.
+#include "tools/arguments.h"
+#include "workshop/madeFiles.h"
 #include "workshop/set.h"
+#include "workshop/stop.h"
 #include "workshop/text.h"
 
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
 
-constexpr int STATUS_REFUSED = 2; // of the command line
-
-static const char *const HELP = R"(usage: makeSet OUTDIR [MODEL...]
+static const char *const HELP = R"(usage: makeSet [--force] OUTDIR [MODEL...]
 
 Makes the models of the show and their pictures in OUTDIR/lwo and its music in OUTDIR/msx, or only
 what is named: a model with its pictures (tree3d), a picture (bark.tga), or the music (music). All
-else in OUTDIR stays as it is.
+else in OUTDIR stays as it is. Files that makeSet did not make are not written over.
 
-  --help  say this
+  --force    write over them all the same
+  --help     say this
+  --version  say which version this is
 
 )";
 
@@ -35,16 +37,8 @@ static void printHelp() {
                     model.source, pictureNames(model).c_str());
 }
 
-static int refuse(const std::string &problem) {
-    std::fprintf(stderr, "makeSet: %s; makeSet --help says how\n", problem.c_str());
-    return STATUS_REFUSED;
-}
-
 // "" or why not. Of a command line that cannot be followed whole nothing is done.
-static std::string readArguments(const std::vector<std::string> &words, st_setParts *parts) {
-    for (const std::string &word : words)
-        if (word.rfind('-', 0) == 0)
-            return "unknown option " + word;
+static std::string readParts(const std::vector<std::string> &words, st_setParts *parts) {
     if (words.empty())
         return "names no folder to write to";
     st_setParts ignored;
@@ -58,21 +52,40 @@ static std::string readArguments(const std::vector<std::string> &words, st_setPa
     return "";
 }
 
+// Stops the program when a file of somebody else's would be written over.
+static void spareForeignFiles(const st_setParts &parts, const std::string &directory) {
+    const st_madeFiles made = readMadeFiles(directory);
+    std::vector<std::string> foreign;
+    for (const std::string &file : partFiles(parts))
+        if (isForeign(made, file))
+            foreign.push_back(file);
+    if (!foreign.empty())
+        stop(directory + "/" + foreign[0] +
+             (foreign.size() > 1 ? " and " + std::to_string(foreign.size() - 1) + " more were"
+                                 : " was") +
+             " not made by makeSet, or changed since; nothing is made: --force writes over them");
+}
+
+static void sayFile(std::size_t number, std::size_t count, const std::string &path) {
+    std::printf("%zu/%zu %s\n", number + 1, count, path.c_str());
+    std::fflush(stdout); // music takes its time
+}
+
 int main(int argc, char **argv) {
-    for (int k = 1; k < argc; k++)
-        if (std::strcmp(argv[k], "--help") == 0 || std::strcmp(argv[k], "-h") == 0) {
-            printHelp();
-            return 0;
-        }
-    const std::vector<std::string> words(argv + 1, argv + argc);
+    const st_commandLine line = readCommandLine(argc, argv, {{"--force", false}});
+    if (line.help) {
+        printHelp();
+        return 0;
+    }
+    if (line.version)
+        return printVersion("makeSet");
     st_setParts parts;
-    const std::string problem = readArguments(words, &parts);
+    const std::string problem = line.problem.empty() ? readParts(line.words, &parts) : line.problem;
     if (!problem.empty())
-        return refuse(problem);
+        return refuseCommandLine("makeSet", problem);
+    if (line.options.empty())
+        spareForeignFiles(parts, line.words[0]);
     openFont(WORKSHOP_FONT);
-    const std::vector<std::string> written = writeParts(parts, words[0]);
-    if (words.size() > 1)
-        for (const std::string &path : written)
-            std::printf("%s\n", path.c_str());
+    writeParts(parts, line.words[0], sayFile);
     return 0;
 }

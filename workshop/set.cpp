@@ -4,6 +4,7 @@
 #include "modeling/objectWriter.h"
 #include "modeling/oldObjectWriter.h"
 #include "workshop/fileWriter.h"
+#include "workshop/madeFiles.h"
 #include "workshop/models/models.h"
 #include "workshop/stop.h"
 #include "workshop/synth/music.h"
@@ -97,25 +98,43 @@ static std::string bytesOf(const st_model &model) {
     return bytes;
 }
 
-std::vector<std::string> writeParts(const st_setParts &parts, const std::string &directory) {
-    const std::string lwo = directory + "/lwo";
-    const std::string msx = directory + "/msx";
-    std::vector<std::string> written;
-    if (!parts.models.empty() || !parts.textures.empty())
-        makeDirectory(lwo);
+std::vector<std::string> partFiles(const st_setParts &parts) {
+    std::vector<std::string> files;
+    for (const st_texture *texture : parts.textures)
+        files.push_back(std::string("lwo/") + texture->file);
+    for (const st_model *model : parts.models)
+        files.push_back(std::string("lwo/") + model->file);
     if (parts.music)
-        makeDirectory(msx);
-    for (const st_texture *texture : parts.textures) {
-        written.push_back(lwo + "/" + texture->file);
-        writeBytes(written.back(), targaBytes(texture->paint(), texture->layout));
+        files.push_back(std::string("msx/") + MUSIC_FILE);
+    return files;
+}
+
+// number: of the file in partFiles.
+static void writePart(const st_setParts &parts, std::size_t number, const std::string &path) {
+    const std::size_t textures = parts.textures.size();
+    if (number < textures)
+        writeBytes(path,
+                   targaBytes(parts.textures[number]->paint(), parts.textures[number]->layout));
+    else if (number < textures + parts.models.size())
+        writeBytes(path, bytesOf(*parts.models[number - textures]));
+    else
+        writeMusic(path, scoreLength());
+}
+
+void writeParts(const st_setParts &parts, const std::string &directory,
+                void (*beforeFile)(std::size_t number, std::size_t count,
+                                   const std::string &path)) {
+    st_madeFiles made = readMadeFiles(directory);
+    if (!parts.models.empty() || !parts.textures.empty())
+        makeDirectory(directory + "/lwo");
+    if (parts.music)
+        makeDirectory(directory + "/msx");
+    const std::vector<std::string> files = partFiles(parts);
+    for (std::size_t number = 0; number < files.size(); number++) {
+        const std::string path = directory + "/" + files[number];
+        if (beforeFile != nullptr)
+            beforeFile(number, files.size(), path);
+        writePart(parts, number, path);
+        noteMadeFile(&made, files[number]);
     }
-    for (const st_model *model : parts.models) {
-        written.push_back(lwo + "/" + model->file);
-        writeBytes(written.back(), bytesOf(*model));
-    }
-    if (parts.music) {
-        written.push_back(msx + "/" + MUSIC_FILE);
-        writeMusic(written.back(), scoreLength());
-    }
-    return written;
 }

@@ -1,7 +1,7 @@
 // The default set of the show: fifteen models, the pictures that they wear, and the music.
 //
 //   st_setParts parts;
-//   if (addPart(&parts, "tree3d")) writeParts(parts, "build/show");
+//   if (addPart(&parts, "tree3d")) writeParts(parts, "build/show", nullptr);
 //
 // What cannot be made or written stops the program.
 #pragma once
@@ -9,6 +9,7 @@
 #include "modeling/mesh.h"
 #include "workshop/textures/textures.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,12 @@ st_setParts wholeSet();
 // ("bark.tga") or the music ("music"). False, with nothing added, for any other name.
 bool addPart(st_setParts *parts, const std::string &name);
 
-// Writes directory/lwo/... and directory/msx/..., and leaves all else there alone. Returns the
-// paths of the files.
-std::vector<std::string> writeParts(const st_setParts &parts, const std::string &directory);
+// The files of the parts, as paths in the folder of a show: "lwo/bark.tga". In the order in which
+// they are made.
+std::vector<std::string> partFiles(const st_setParts &parts);
+
+// Writes directory/lwo/... and directory/msx/..., whatever is there under these names, and leaves
+// all else there alone. beforeFile, which may be null, is called before each file is made, with its
+// number from 0, how many they are, and its path.
+void writeParts(const st_setParts &parts, const std::string &directory,
+                void (*beforeFile)(std::size_t number, std::size_t count, const std::string &path));

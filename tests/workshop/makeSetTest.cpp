@@ -37,7 +37,7 @@ TEST(MakeSet, refusesWhatItDoesNotKnowAndMakesNothing) {
         {{"--sise"}, 2, "makeSet: unknown option --sise; "},
         {{"out", "tree3d", "tre3d"}, 2, "makeSet: unknown model tre3d; "},
         {{"tree3d"}, 2, "makeSet: tree3d stands where the folder "},
-        {{"out", "--help"}, 0, "usage: makeSet OUTDIR [MODEL...]\n"},
+        {{"out", "--help"}, 0, "usage: makeSet [--force] OUTDIR [MODEL...]\n"},
         {{"file"}, 1, "makeSet: cannot make the directory file/lwo: Not a directory\n"},
     };
     for (const auto &c : cases) {
@@ -54,12 +54,36 @@ TEST(MakeSet, makesOnlyWhatIsNamed) {
     const std::string directory = freshDirectory("named");
     fs::create_directory(directory + "/lwo");
     std::ofstream(directory + "/lwo/moln1.lwo") << "mine";
-    ASSERT_EQ(runChild({MAKE_SET, directory, "pinne", "skylt.lwo", "blade.tga"}, "/", {}, ""), 0);
-    EXPECT_EQ(filesIn(directory),
-              (std::set<std::string>{"lwo/bark.tga", "lwo/blade.tga", "lwo/moln1.lwo",
-                                     "lwo/pinne.lwo", "lwo/skylt.lwo", "lwo/wood.tga"}));
+    const std::string output = testPath("named.txt");
+    ASSERT_EQ(runChild({MAKE_SET, directory, "pinne", "skylt.lwo", "blade.tga"}, "/", {}, output),
+              0);
+    EXPECT_EQ(readText(output).rfind("1/5 " + directory + "/lwo/", 0), 0U) << readText(output);
+    EXPECT_EQ(
+        filesIn(directory),
+        (std::set<std::string>{"lwo/bark.tga", "lwo/blade.tga", "lwo/moln1.lwo", "lwo/pinne.lwo",
+                               "lwo/skylt.lwo", "lwo/wood.tga", "makeSet.sums"}));
     EXPECT_EQ(readText(directory + "/lwo/moln1.lwo"), "mine");
     for (const char *file : {"skylt.lwo", "wood.tga"})
         EXPECT_EQ(readText(directory + "/lwo/" + file),
                   readText(SHOW_DIR "/lwo/" + std::string(file)));
+}
+
+TEST(MakeSet, writesOverItsOwnFilesButAsksBeforeOthersAreLost) {
+    const std::string directory = freshDirectory("foreign");
+    const std::string output = testPath("foreign.txt");
+    const std::string stick = directory + "/lwo/pinne.lwo";
+    const auto make = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {MAKE_SET, directory});
+        return runChild(arguments, "/", {}, output);
+    };
+    EXPECT_EQ(make({"pinne"}), 0);
+    EXPECT_EQ(make({"pinne"}), 0);
+    std::ofstream(stick) << "mine";
+    EXPECT_EQ(make({"pinne"}), 1);
+    EXPECT_EQ(readText(output).rfind("makeSet: " + stick + " was not made by makeSet, ", 0), 0U)
+        << readText(output);
+    EXPECT_EQ(readText(stick), "mine");
+    EXPECT_EQ(make({"pinne", "--force"}), 0);
+    EXPECT_EQ(readText(stick), readText(SHOW_DIR "/lwo/pinne.lwo"));
+    EXPECT_EQ(make({"pinne"}), 0);
 }
