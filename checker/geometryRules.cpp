@@ -137,6 +137,24 @@ static void uvMaps(const st_checkedModel &model, const st_surfaceUse &use, st_ru
                : "rename the map " + quoted(other.c_str()) + " to " + name);
 }
 
+// A map that was made for a picture which the file then lost.
+static void unusedMaps(const st_checkedModel &model, st_ruleReport *to) {
+    bool hasTexture = false;
+    for (const st_surfaceUse &use : model.uses.surfaces)
+        hasTexture = hasTexture || use.surface->color.textures != nullptr;
+    for (const std::string &name : model.uses.uvMapNames) {
+        const auto owner = model.uses.byName.find(name);
+        const st_lwSurface *surface = owner == model.uses.byName.end()
+                                          ? nullptr
+                                          : model.uses.surfaces[owner->second.front()].surface;
+        // What no surface is called may be the map that the rule about names asks to rename.
+        if (surface != nullptr ? surface->color.textures == nullptr : !hasTexture)
+            report(to, "UV map " + quoted(name.c_str()) + " has no texture",
+                   "the surface is drawn in its plain colour",
+                   "give the surface a UV-mapped image as colour texture, or remove the map");
+    }
+}
+
 static void uvGaps(const st_checkedModel & /*model*/, const st_surfaceUse &use, st_ruleReport *to) {
     const long long gaps = use.unmapped - use.shadowed;
     if (use.isUv && gaps > 0 && (use.unmapped < use.corners || use.shadowed > 0))
@@ -191,6 +209,7 @@ const std::vector<st_rule> GEOMETRY_RULES = {
     {"long-name", false, nullptr, longNames},
     {"same-name", false, namesakes, nullptr},
     {"uv-map", false, nullptr, uvMaps},
+    {"unused-map", false, unusedMaps, nullptr},
     {"uv-gap", false, nullptr, uvGaps},
     {"uv-shadow", false, nullptr, uvShadows},
     {"map-dimension", false, nullptr, mapDimensions},

@@ -8,9 +8,30 @@
 #include "renderer/textureFiles.h"
 
 #include <cctype>
+#include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <set>
 
 namespace fs = std::filesystem;
+
+// By its first bytes; "" for a file that begins like none of these.
+static std::string formatOf(const std::string &path) {
+    static const struct {
+        const char *begin;
+        const char *format;
+    } FORMATS[] = {{"\x89PNG", "PNG"},
+                   {"\xFF\xD8\xFF", "JPEG"},
+                   {"GIF8", "GIF"},
+                   {"8BPS", "PSD"},
+                   {"BM", "BMP"}};
+    char bytes[4] = {};
+    std::ifstream(path, std::ios::binary).read(bytes, sizeof bytes);
+    for (const auto &known : FORMATS)
+        if (std::strncmp(bytes, known.begin, std::strlen(known.begin)) == 0)
+            return known.format;
+    return "";
+}
 
 static st_imageFacts lookAt(const std::string &path) {
     st_imageFacts facts = {};
@@ -23,6 +44,7 @@ static st_imageFacts lookAt(const std::string &path) {
     st_image *image = targa_image_read(path.c_str());
     if (image == nullptr) {
         facts.problem = "no Targa file, or cut short";
+        facts.format = formatOf(path);
         return facts;
     }
     facts.type = image->type;
@@ -35,7 +57,7 @@ static st_imageFacts lookAt(const std::string &path) {
     return facts;
 }
 
-static std::string lowerCase(std::string text) {
+std::string lowerCase(std::string text) {
     for (char &c : text)
         c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return text;
@@ -80,6 +102,17 @@ const st_lwClip *clipOf(const st_modelImages &images, int index) {
 
 std::string baseName(const std::string &path) {
     return path.substr(path.rfind('/') + 1);
+}
+
+std::string otherEnding(const st_modelImages &images, const std::string &path) {
+    static const std::set<std::string> ENDINGS = {".png", ".jpg",  ".jpeg", ".tga", ".bmp", ".gif",
+                                                  ".tif", ".tiff", ".psd",  ".iff", ".webp"};
+    const std::string stem = lowerCase(fs::path(baseName(path)).stem().string());
+    for (const auto &[lower, name] : images.files)
+        if (!stem.empty() && fs::path(lower).stem() == stem &&
+            ENDINGS.count(fs::path(lower).extension().string()) != 0)
+            return name;
+    return "";
 }
 
 std::string otherSpelling(const st_modelImages &images, const std::string &path) {

@@ -16,6 +16,7 @@ struct st_imageFacts {
     std::string path;    // "" when the clip names no file
     std::string problem; // why it cannot be loaded; "" when it can
     bool isMissing;      // there is nothing of that name
+    std::string format;  // what it is instead of a Targa file, such as "PNG"; "": nothing known
     int type;            // imageType, and so on as in st_image, when it can be loaded
     int depth;
     int orientation;
@@ -37,8 +38,14 @@ st_modelImages loadImages(const st_lwObject &object, const std::string &director
 // The last clip of the index, which is the one that the renderer takes; null: none.
 const st_lwClip *clipOf(const st_modelImages &images, int index);
 
+std::string lowerCase(std::string text);
+
 // The name in a path without its directories.
 std::string baseName(const std::string &path);
+
+// A file beside the model whose name differs from the path's in its ending only, and that of an
+// image; "": none.
+std::string otherEnding(const st_modelImages &images, const std::string &path);
 
 // A file beside the model whose name differs from the path's in upper and lower case only; "":
 // none.

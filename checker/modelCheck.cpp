@@ -14,8 +14,18 @@ static std::string directoryOf(const std::string &path) {
     return directory.empty() ? "." : directory.string();
 }
 
+// Without uses and images.
+static st_checkedModel modelToCheck(const st_modelFile &file) {
+    return {file.object.get(),
+            file.format,
+            directoryOf(file.path),
+            fs::path(file.path).filename().string(),
+            {},
+            {}};
+}
+
 std::vector<st_finding> checkModel(const st_modelFile &file) {
-    st_checkedModel model = {file.object.get(), file.format, directoryOf(file.path), {}, {}};
+    st_checkedModel model = modelToCheck(file);
     if (!countUses(file.object.get(), &model.uses))
         return {{"size", false, "it would take too much memory", "the renderer refuses to load it",
                  "use fewer polygons, surfaces or layers"}};
@@ -25,7 +35,7 @@ std::vector<st_finding> checkModel(const st_modelFile &file) {
 
 // What is too large is refused in time.
 std::vector<st_finding> checkLoading(const st_modelFile &file) {
-    st_checkedModel model = {file.object.get(), file.format, directoryOf(file.path), {}, {}};
+    st_checkedModel model = modelToCheck(file);
     if (!countUses(file.object.get(), &model.uses))
         return {};
     return applyRules(model, LOADING_RULES);
@@ -40,6 +50,20 @@ static st_finding missingModel(const std::string &name, bool needed) {
             "put one here"};
 }
 
+std::vector<st_finding> checkMusic(const std::string &showFolder) {
+    const std::string path = showFolder + "/" + MUSIC_PATH;
+    std::string problem = fileProblem(path);
+    std::error_code ignored;
+    if (problem.empty() && fs::is_empty(path, ignored))
+        problem = "empty";
+    if (problem.empty())
+        return {};
+    return {{"music", false,
+             std::string("the music, ") + MUSIC_PATH + ", cannot be read (" + problem + ")",
+             "the show is silent",
+             "put a file of Ogg Vorbis, MP3, WAV or such there, under this name"}};
+}
+
 std::vector<st_finding> checkFolder(const std::string &folder) {
     std::vector<st_finding> findings;
     for (const st_modelPath &model : MODEL_PATHS) {
@@ -51,6 +75,6 @@ std::vector<st_finding> checkFolder(const std::string &folder) {
     if (findings.size() == std::size(MODEL_PATHS))
         findings = {{"missing-model", false, "none of the show's fifteen models is here",
                      "the show could not start with this folder",
-                     "put them here, or check the folder lwo of a show"}};
+                     "put them here, or check the folder of a show"}};
     return findings;
 }

@@ -20,5 +20,8 @@ std::vector<st_finding> checkModel(const st_modelFile &model);
 // image.
 std::vector<st_finding> checkLoading(const st_modelFile &model);
 
+// What is wrong with the music of a show, given its folder.
+std::vector<st_finding> checkMusic(const std::string &showFolder);
+
 // Which of the show's models a folder does not have.
 std::vector<st_finding> checkFolder(const std::string &folder);

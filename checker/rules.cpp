@@ -31,7 +31,8 @@ std::vector<st_finding> applyRules(const st_checkedModel &model,
 
 std::vector<st_finding> applyRules(const st_checkedModel &model) {
     std::vector<st_finding> findings;
-    for (const std::vector<st_rule> *rules : {&LOADING_RULES, &GEOMETRY_RULES, &TEXTURE_RULES})
+    for (const std::vector<st_rule> *rules :
+         {&LOADING_RULES, &GEOMETRY_RULES, &STAGE_RULES, &TEXTURE_RULES})
         apply(*rules, model, &findings);
     return findings;
 }

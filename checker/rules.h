@@ -14,6 +14,7 @@ struct st_checkedModel {
     const st_lwObject *object;
     std::string format;    // "LWO2" or "LWOB"
     std::string directory; // where its file is
+    std::string fileName;  // in it
     st_surfaceUses uses;
     st_modelImages images;
 };
@@ -41,6 +42,7 @@ void report(st_ruleReport *to, const std::string &what, const std::string &conse
 extern const std::vector<st_rule> LOADING_RULES;
 extern const std::vector<st_rule> GEOMETRY_RULES;
 extern const std::vector<st_rule> TEXTURE_RULES;
+extern const std::vector<st_rule> STAGE_RULES;
 
 // What a table of rules finds, and what all of them do, in their order.
 std::vector<st_finding> applyRules(const st_checkedModel &model, const std::vector<st_rule> &rules);

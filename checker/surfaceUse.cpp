@@ -139,8 +139,11 @@ static void countPolygon(const st_lwLayer &layer, const st_lwPolygon &polygon,
 
 static void findMaps(const st_lwObject &object, st_surfaceUses *uses) {
     forEach(object.layers, [&](const st_lwLayer &layer) {
-        forEach(layer.vmaps,
-                [&](const st_lwVMap &vmap) { uses->mapNames.insert(bytesOf(vmap.name)); });
+        forEach(layer.vmaps, [&](const st_lwVMap &vmap) {
+            uses->mapNames.insert(bytesOf(vmap.name));
+            if (vmap.type == lwID("TXUV"))
+                uses->uvMapNames.insert(bytesOf(vmap.name));
+        });
     });
     for (st_surfaceUse &use : uses->surfaces)
         use.hasMap = uses->mapNames.count(use.name) != 0;

@@ -39,6 +39,7 @@ struct st_surfaceUses {
     std::vector<st_surfaceUse> surfaces;                    // in the order of the file
     std::map<std::string, std::vector<std::size_t>> byName; // surfaces under a drawn name
     std::set<std::string> mapNames;                         // of vertex maps, of all layers
+    std::set<std::string> uvMapNames;                       // of those, of UV maps
     int withoutSurface = 0;                                 // polygons
 };
 

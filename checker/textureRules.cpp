@@ -128,6 +128,10 @@ template <typename Visit> static void forLoadedImages(const st_checkedModel &mod
                   });
 }
 
+static bool isTarga(const std::string &name) {
+    return fs::path(lowerCase(name)).extension() == ".tga";
+}
+
 static std::string missingRemedy(const st_checkedModel &model, const st_lwClip &clip,
                                  const std::string &path) {
     const std::string other = otherSpelling(model.images, path);
@@ -139,7 +143,14 @@ static std::string missingRemedy(const st_checkedModel &model, const st_lwClip &
         if (fs::is_regular_file(place, ignored))
             return "copy it there from " + printable(place.string()) +
                    ": directories in the file do not count";
-    return "put it there";
+    const std::string ending = otherEnding(model.images, path);
+    const std::string name = printable(baseName(path));
+    if (ending.empty())
+        return "put it there";
+    if (isTarga(ending))
+        return "rename " + printable(ending) + " to " + name + ", as the model calls it";
+    return "save " + printable(ending) + " as a true-colour Targa file of 24 bits called " + name +
+           ", as the model calls it";
 }
 
 static void missingImages(const st_checkedModel &model, st_ruleReport *to) {
@@ -157,7 +168,16 @@ static void missingImages(const st_checkedModel &model, st_ruleReport *to) {
 static void unreadableImages(const st_checkedModel &model, st_ruleReport *to) {
     forUsedImages(model,
                   [&](const st_surfaceUse &use, const st_lwClip &, const st_imageFacts &image) {
-                      if (!image.path.empty() && !image.isMissing && !image.problem.empty())
+                      if (image.path.empty() || image.isMissing || image.problem.empty())
+                          return;
+                      if (!image.format.empty())
+                          report(to,
+                                 imageLabel(image) + " of " + surfaceLabel(use) + " is a " +
+                                     image.format + " file",
+                                 PLAIN,
+                                 std::string(SAVE_AGAIN) + " called " +
+                                     printable(baseName(image.path)) + ", as the model calls it");
+                      else
                           report(to,
                                  imageLabel(image) + " of " + surfaceLabel(use) +
                                      " cannot be read: " + image.problem,

@@ -134,6 +134,13 @@ TEST(ModelCheck, knowsWhatNamesAndUvMapsDoNotMeet) {
          }},
         {"no values", "map-dimension",
          [](Plank &p) { p.maps = chunk("VMAP", "PICK" + u2(0) + s0("wood") + entries(5, "")); }},
+        {"a map without a texture", "unused-map",
+         [](Plank &p) { p.surfaces = surf("wood", ""), p.last = ""; }},
+        {"a map that no surface is called", "unused-map",
+         [](Plank &p) {
+             nameAll(p, "wood", "UV Texture");
+             p.surfaces = surf("wood", ""), p.last = "";
+         }},
         {"values that are none", "uv-value",
          [](Plank &p) {
              p.maps =
@@ -175,7 +182,7 @@ TEST(ModelCheck, knowsWhatTexturesAreNotShown) {
         {"other channels, shaders", "(left-out)",
          [](Plank &p) { p.surfaces = surf("wood", imageMap(1) + sub("TRAN", f4(0.5F) + vx(0))); }},
         {"an image that stays", "(lasting-image)", [](Plank &p) { p.last = ""; }},
-        {"plain, beside a clip 0 stored top row first", "distorted",
+        {"plain, beside a clip 0 stored top row first", "unused-map distorted",
          [](Plank &p) {
              p.clips = stillClip(0, "wood.tga");
              p.surfaces = surf("wood", "");
@@ -189,6 +196,7 @@ TEST(ModelCheck, knowsWhatImagesMakeNoTexture) {
         {"top row first", "", [](Plank &p) { p.image = targa(2, 1, 1, 24, 0x20, "bgr"); }},
         {"declared alpha", "", [](Plank &p) { p.image = targa(2, 1, 1, 32, 8, "bgra"); }},
         {"missing", "missing-image", [](Plank &p) { p.imageName = ""; }},
+        {"a PNG", "unreadable-image", [](Plank &p) { p.image = "\x89PNG\r\n\x1A\n"; }},
         {"in other case", "missing-image", [](Plank &p) { p.imageName = "Wood.TGA"; }},
         {"a clip of no name", "missing-image", [](Plank &p) { p.clips = stillClip(1, ""); }},
         {"a clip that names a directory", "unreadable-image",
@@ -232,6 +240,77 @@ TEST(ModelCheck, tellsWhatToDo) {
         findingLine("p", findings[1]),
         "p: texture wood.tga of surface \"w\u00F6\\x1B\" is not beside the model: the surface "
         "is drawn in its plain colour; rename Wood.TGA: upper and lower case count");
+}
+
+TEST(ModelCheck, saysWhatTheTargaIsCalledThatTheModelWants) {
+    const struct {
+        const char *clip;
+        const char *file;
+        const char *bytes;
+        const char *line; // its end
+    } cases[] = {
+        {"wood.png", "wood.png", "\x89PNG",
+         "texture wood.png of surface \"wood\" is a PNG file: the surface is drawn in its plain "
+         "colour; save it as a true-colour Targa file of 24 bits called wood.png, as the model calls "
+         "it"},
+        {"C:wood.tga", "Wood.PNG", "",
+         "save Wood.PNG as a true-colour Targa file of 24 bits called wood.tga, as the model calls it"},
+        {"wood.png", "wood.tga", "", "rename wood.tga to wood.png, as the model calls it"},
+    };
+    for (const auto &c : cases) {
+        Plank plank;
+        plank.clips = stillClip(1, c.clip);
+        plank.imageName = c.file;
+        plank.image = c.bytes;
+        const std::vector<st_finding> findings = checkModel(openModel(plank.write("case")));
+        ASSERT_EQ(findings.size(), 1U) << c.line;
+        EXPECT_NE(findingLine("p", findings[0]).find(c.line), std::string::npos)
+            << findingLine("p", findings[0]);
+    }
+}
+
+// A wall of 2 by 1 units on the plane z = 0, in another size and place and under a name.
+TEST(ModelCheck, knowsWhatStandsWhereTheShowDoesNotLook) {
+    const struct {
+        const char *file;
+        float size;
+        float x, y, z;
+        const char *what; // "" for nothing
+    } cases[] = {
+        {"tree3d.lwo", 1, -1, 0, 0, ""},
+        {"tree3d.lwo", 0.001F, 0, 0, 0, "too small"},
+        {"tree3d.lwo", 1000, -500, -500, 0, "too large"},
+        {"box4.lwo", 1000, -500, -500, 300, ""},
+        {"tree3d.lwo", 1, 20, 0, 0, "out of sight"},
+        {"tree3d.lwo", 1, 0, 3, -8, "out of sight"}, // behind the eye
+        {"skylt.lwo", 20, -20, -10, -3, "covers"},
+        {"plank.lwo", 1, 20, 0, 0, ""},     // no model of the show
+        {"pinne.lwo", 0.001F, 0, 0, 0, ""}, // never drawn
+        {"moln1.lwo", 1, 8, 0, 3, ""},      // comes by
+        {"scrollernew.lwo", 1, -300, 0, 0, ""},
+        {"scrollernew.lwo", 1, 20, 0, 0, "out of sight"}, // goes away
+        {"k7.lwo", 0.5F, 0, 0, 0, ""},                    // from the other side
+        {"k7.lwo", 0.5F, 0, 9, 0, "out of sight"},
+    };
+    for (const auto &c : cases) {
+        Plank plank;
+        const auto point = [&c](float x, float y) {
+            return f4(c.x + c.size * x, c.y + c.size * y, c.z);
+        };
+        plank.points =
+            chunk("PNTS", point(0, 0) + point(2, 0) + point(2, 1) + point(0, 1) + point(2, 0.5F));
+        const std::string path = plank.write("case");
+        const std::string named = fs::path(path).parent_path() / c.file;
+        fs::rename(path, named);
+        std::string said;
+        for (const st_finding &finding : checkModel(openModel(named)))
+            said += finding.rule == "place" ? finding.consequence : "";
+        if (*c.what == '\0')
+            EXPECT_EQ(said, "") << c.file << " at " << c.x;
+        else
+            EXPECT_NE(said.find(c.what), std::string::npos)
+                << c.file << " at " << c.x << ": " << said;
+    }
 }
 
 TEST(ModelCheck, knowsWhatModelsAShowLacks) {

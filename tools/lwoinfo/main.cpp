@@ -26,13 +26,15 @@ static const char *const USAGE = "usage: lwoinfo [--check] [--json] FILE-OR-FOLD
 static const char *const HELP =
     "Says what is in LightWave object files (LWO2, LWOB): layers, polygons, surfaces, textures,\n"
     "clips, vertex maps and envelopes, as far as they are not what they are by default. Of a\n"
-    "folder every .lwo in it is looked at.\n"
+    "folder every .lwo in it is looked at, of a show's folder those in its lwo/.\n"
     "\n"
-    "  --check  say instead what the show would leave out, show otherwise than meant or not\n"
-    "           survive, one line each: what, with what consequence, what to do; also whether a\n"
-    "           folder has all models of the show. Notes say what no model is shown with\n"
-    "  --json   write one JSON document; with --check it holds both\n"
-    "  --help   say this\n"
+    "  --check    say instead what the show would leave out, show otherwise than meant or not\n"
+    "             survive, one line each: what, with what consequence, what to do; also whether a\n"
+    "             folder has all models of the show, a show's folder its music, and whether\n"
+    "             the models stand where they are seen. Notes say what no model is shown with\n"
+    "  --json     write one JSON document; with --check it holds both\n"
+    "  --help     say this\n"
+    "  --version  say which version this is\n"
     "\n"
     "Status: 0 nothing found, 1 something found (notes do not count), 2 something unreadable, or\n"
     "the report could not be written.\n";
@@ -109,15 +111,20 @@ static std::vector<std::string> modelsIn(const std::string &folder, std::error_c
     return paths;
 }
 
-static void checkShowFolder(const std::string &folder, const st_options &options,
-                            st_result *result) {
-    const std::vector<st_finding> findings = checkFolder(folder);
+static void reportFolder(const std::string &folder, const std::vector<st_finding> &findings,
+                         const st_options &options, st_result *result) {
     countFindings(findings, result);
     if (options.json)
         result->document["folders"].push_back(
             {{"folder", utf8(folder.c_str())}, {"findings", findingsJson(findings)}});
     else
         printFindings(folder, findings);
+}
+
+// A show's folder has its models in lwo/.
+static bool isShowFolder(const std::string &folder) {
+    std::error_code ignored;
+    return fs::is_directory(folder + "/lwo", ignored);
 }
 
 static void lookAtFolder(const std::string &folder, const st_options &options, st_result *result) {
@@ -129,8 +136,12 @@ static void lookAtFolder(const std::string &folder, const st_options &options, s
     }
     for (const std::string &path : paths)
         lookAtFile(path, options, result);
-    if (options.check)
-        checkShowFolder(folder, options, result);
+    if (paths.empty() && isShowFolder(folder)) {
+        lookAtFolder(folder + "/lwo", options, result);
+        if (options.check)
+            reportFolder(folder, checkMusic(folder), options, result);
+    } else if (options.check)
+        reportFolder(folder, checkFolder(folder), options, result);
     else if (paths.empty())
         complain(folder, "no .lwo file in it", result);
 }
@@ -189,6 +200,8 @@ int main(int argc, char **argv) try {
         std::printf("%s\n%s", USAGE, HELP);
         return STATUS_CLEAN;
     }
+    if (line.version)
+        return printVersion("lwoinfo");
     if (!line.problem.empty())
         return refuseCommandLine("lwoinfo", line.problem);
     if (line.words.empty())
