@@ -49,7 +49,10 @@ int main(int argc, char **argv) {
     int failpos = 0;
     st_lwObject *object = lwGetObject(argv[1], &failID, &failpos);
     if (object == nullptr) {
-        std::fprintf(stderr, "%s cannot be read (chunk %08x, byte %d)\n", argv[1], failID, failpos);
+        if (failID == 0)
+            std::fprintf(stderr, "%s cannot be opened, or is no object file\n", argv[1]);
+        else
+            std::fprintf(stderr, "%s is damaged (chunk %08x, byte %d)\n", argv[1], failID, failpos);
         return 1;
     }
     for (const st_lwLayer *layer = object->layers; layer != nullptr; layer = layer->next)

@@ -12,4 +12,4 @@ list=$("$1" "$2/k7.lwo")
 
 status=0
 said=$("$1" "$0" 2>&1) || status=$?
-[ $status = 1 ] && [[ $said == *"cannot be read"* ]] || fail "of its test it says: $said"
+[ $status = 1 ] && [[ $said == *"cannot be opened, or is no object file"* ]] || fail "of its test it says: $said"
