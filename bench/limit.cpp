@@ -57,6 +57,8 @@ static void swapWords(void *bytes, std::size_t size) {
 
 static char *readAndSwap(const char *path, std::size_t *fileSize) {
     std::FILE *file = std::fopen(path, "rb");
+    if (file == nullptr)
+        std::abort();
     std::fseek(file, 0, SEEK_END);
     const std::size_t size = static_cast<std::size_t>(std::ftell(file));
     std::rewind(file);

@@ -106,7 +106,10 @@ TEST(Texture, proceduralTakesAsManyValuesAsTheLengthHolds) {
 }
 
 TEST(Texture, gradientLosesKeysToItsStride) {
-    const struct { int inFile, read; } cases[] = {{0, 0}, {1, 0}, {2, 1}, {7, 5}};
+    const struct {
+        int inFile;
+        int read;
+    } cases[] = {{0, 0}, {1, 0}, {2, 1}, {7, 5}};
     for (const auto &item : cases) {
         std::string keys;
         for (int i = 0; i < item.inFile; i++)

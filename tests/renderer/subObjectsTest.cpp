@@ -10,8 +10,8 @@ using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
 using Floats = std::vector<float>;
 
-static const st_subObj &subObjOf(const std::string &chunks, int index = 0) {
-    return loadModel(chunks)->rObjs[0].subObjs[index];
+static const st_subObj *subObjOf(const std::string &chunks, int index = 0) {
+    return &loadModel(chunks)->rObjs[0].subObjs[index];
 }
 
 // A UV-mapped surface "uv" that polygon 0 has, and the map of it.
@@ -20,15 +20,15 @@ static std::string uv(const std::string &geometry, const std::string &maps) {
 }
 
 TEST(SubObjects, cornersWithoutTextureAreNormalAndPosition) {
-    const st_subObj &subObj = subObjOf(surf("a") + TRIANGLE + polygonTags({"a"}, {0}));
+    const st_subObj &subObj = *subObjOf(surf("a") + TRIANGLE + polygonTags({"a"}, {0}));
     EXPECT_EQ(floats(subObj.tris, 18),
               (Floats{0, 0, 1, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1, 0, 1, 0}));
 }
 
 TEST(SubObjects, uvCornersBeginWithTheMapNamedLikeTheSurface) {
     const st_subObj &subObj =
-        subObjOf(uv(QUAD, vmap("other", 2, {9, 9, 9, 9, 9, 9, 9, 9}) +
-                              vmap("uv", 2, {0.5F, 0, 1, 0.25F, 1, 1, 0, 2})));
+        *subObjOf(uv(QUAD, vmap("other", 2, {9, 9, 9, 9, 9, 9, 9, 9}) +
+                               vmap("uv", 2, {0.5F, 0, 1, 0.25F, 1, 1, 0, 2})));
     EXPECT_EQ(subObj.projection, 5);
     EXPECT_EQ(subObj.clipIndex, 1);
     EXPECT_EQ(floats(subObj.quads, 32),
@@ -37,8 +37,8 @@ TEST(SubObjects, uvCornersBeginWithTheMapNamedLikeTheSurface) {
 }
 
 TEST(SubObjects, mapsOfOtherProjectionsAreNotWritten) {
-    const st_subObj &subObj = subObjOf(surf("a", colorTexture(7, LW_PROJECTION_CUBIC)) + TRIANGLE +
-                                       polygonTags({"a"}, {0}) + vmap("a", 2, {1, 2, 3, 4, 5, 6}));
+    const st_subObj &subObj = *subObjOf(surf("a", colorTexture(7, LW_PROJECTION_CUBIC)) + TRIANGLE +
+                                        polygonTags({"a"}, {0}) + vmap("a", 2, {1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(subObj.projection, 3);
     EXPECT_EQ(subObj.clipIndex, 7);
     EXPECT_EQ(floats(subObj.tris, 6), (Floats{0, 0, 1, 0, 0, 0}));
@@ -46,21 +46,21 @@ TEST(SubObjects, mapsOfOtherProjectionsAreNotWritten) {
 
 TEST(SubObjects, cornerMapsWinOverPointMaps) {
     const st_subObj &subObj =
-        subObjOf(uv(TRIANGLE, vmap("uv", 2, {1, 1, 2, 2, 3, 3}) + vmad("uv", 2, 0, {7, 8})));
+        *subObjOf(uv(TRIANGLE, vmap("uv", 2, {1, 1, 2, 2, 3, 3}) + vmad("uv", 2, 0, {7, 8})));
     EXPECT_EQ(floats(subObj.tris, 2), (Floats{7, 8}));
     EXPECT_EQ(floats(subObj.tris + 8, 2), (Floats{2, 2}));
 }
 
 TEST(SubObjects, cornerMapOfAnotherNameHidesThePointMap) {
     const st_subObj &subObj =
-        subObjOf(uv(QUAD, vmap("uv", 2, {1, 1, 2, 2, 3, 3, 4, 4}) + vmad("other", 2, 0, {7, 8})));
+        *subObjOf(uv(QUAD, vmap("uv", 2, {1, 1, 2, 2, 3, 3, 4, 4}) + vmad("other", 2, 0, {7, 8})));
     EXPECT_EQ(floats(subObj.quads, 2), (Floats{0, 0}));
     EXPECT_EQ(floats(subObj.quads + 8, 2), (Floats{2, 2}));
 }
 
 TEST(SubObjects, unmappedTriangleCornersAreRandomWholeNumbers) {
     std::srand(1);
-    const st_subObj &subObj = subObjOf(uv(TRIANGLE, ""));
+    const st_subObj &subObj = *subObjOf(uv(TRIANGLE, ""));
     std::srand(1);
     for (int corner = 0; corner < 3; corner++)
         for (int i = 0; i < 2; i++)
@@ -68,7 +68,7 @@ TEST(SubObjects, unmappedTriangleCornersAreRandomWholeNumbers) {
 }
 
 TEST(SubObjects, unmappedQuadCornersAreZero) {
-    const st_subObj &subObj = subObjOf(uv(QUAD, ""));
+    const st_subObj &subObj = *subObjOf(uv(QUAD, ""));
     for (int corner = 0; corner < 4; corner++)
         EXPECT_EQ(floats(subObj.quads + corner * 8, 5), (Floats{0, 0, 0, 0, 1}));
 }
@@ -85,7 +85,7 @@ TEST(SubObjects, perPolygonMapAmongAPointsMapsLeavesAQuadCornerOut) {
 
 TEST(SubObjects, overlongMapsAreReportedAndCut) {
     CaptureStdout();
-    const st_subObj &subObj = subObjOf(uv(TRIANGLE, vmap("uv", 5, Floats(15, 0.5F))));
+    const st_subObj &subObj = *subObjOf(uv(TRIANGLE, vmap("uv", 5, Floats(15, 0.5F))));
     EXPECT_EQ(GetCapturedStdout(), "lwoRenderer> 0: Triangles storage overconsumed (33 > 27)\n");
     EXPECT_EQ(floats(subObj.tris + 22, 5), Floats(5, 0.5F));
     CaptureStdout();
@@ -94,15 +94,15 @@ TEST(SubObjects, overlongMapsAreReportedAndCut) {
 }
 
 TEST(SubObjects, mapsOfNoDimensionCountAsFound) {
-    const st_subObj &subObj = subObjOf(
+    const st_subObj &subObj = *subObjOf(
         uv(QUAD, chunk("VMAP", "TXUV" + u2(0) + s0("uv") + vx(0) + vx(1) + vx(2) + vx(3))));
     EXPECT_EQ(floats(subObj.quads, 6), (Floats{0, 0, 1, 0, 0, 0}));
 }
 
 TEST(SubObjects, otherPolygonsThanTrianglesAndQuadsAreNotDrawn) {
     const st_subObj &subObj =
-        subObjOf(surf("a") + pnts(Floats(15, 1)) + pols({{0}, {0, 1}, {0, 1, 2, 3, 4}}) +
-                 polygonTags({"a"}, {0, 0, 0}));
+        *subObjOf(surf("a") + pnts(Floats(15, 1)) + pols({{0}, {0, 1}, {0, 1, 2, 3, 4}}) +
+                  polygonTags({"a"}, {0, 0, 0}));
     EXPECT_EQ(subObj.triCount, 0);
     EXPECT_EQ(subObj.quadCount, 0);
 }
@@ -116,11 +116,11 @@ TEST(SubObjects, surfacesOfOneNameShareTheirPolygons) {
 }
 
 TEST(SubObjects, polygonsWithoutSurfaceBelongToNone) {
-    EXPECT_EQ(subObjOf(surf("") + TRIANGLE).triCount, 0);
+    EXPECT_EQ(subObjOf(surf("") + TRIANGLE)->triCount, 0);
 }
 
 TEST(SubObjects, surfaceWithoutNameHasAnEmptyOne) {
-    const st_subObj &subObj = subObjOf(surf("") + TRIANGLE + polygonTags({"a"}, {1}), 0);
+    const st_subObj &subObj = *subObjOf(surf("") + TRIANGLE + polygonTags({"a"}, {1}), 0);
     EXPECT_STREQ(subObj.name, "");
     EXPECT_EQ(subObj.triCount, 1) << "tags past the list mean a surface without name as well";
 }
