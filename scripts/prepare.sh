@@ -6,8 +6,8 @@
 SHOW_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libegl-dev libglu1-mesa-dev
     freeglut3-dev libsdl2-dev libsdl2-mixer-dev libpng-dev libfreetype-dev libvorbis-dev
     nlohmann-json3-dev fonts-cherrybomb libgl1-mesa-dri libegl1 x11-utils)
-CHECK_PACKAGES=(clang llvm clang-format clang-tidy libclang-rt-14-dev libgtest-dev libgmock-dev
-    xvfb xauth xdotool openbox ffmpeg dpkg-dev desktop-file-utils file man-db
+CHECK_PACKAGES=(clang llvm clang-format clang-tidy libclang-rt-dev libgtest-dev libgmock-dev
+    xvfb xauth xdotool openbox ffmpeg dpkg-dev desktop-file-utils file lintian man-db
     libbenchmark-dev libglib2.0-bin shared-mime-info)
 
 say() { printf '%s\n' "$*"; }
@@ -19,6 +19,25 @@ die() {
 
 installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
 
+# Reads what apt says with APT::Status-Fd and shows how far it is: in place on a terminal, else at
+# every quarter.
+show_progress() {
+    local kind percent rest doing shown=
+    while IFS=: read -r kind rest percent rest; do
+        case $kind in
+        dlstatus) doing=downloading ;;
+        pmstatus) doing=installing ;;
+        *) continue ;;
+        esac
+        percent=${percent%%.*}
+        [ -t 1 ] || percent=$((percent / 25 * 25))
+        [ "$shown" != "$doing $percent" ] || continue
+        shown="$doing $percent"
+        if [ -t 1 ]; then printf '\r  %-11s %3d %%' "$doing" "$percent"; else say "  $doing $percent %"; fi
+    done
+    if [ -t 1 ] && [ -n "$shown" ]; then printf '\n'; fi
+}
+
 # install PACKAGE...: installs those that are missing, as root or through sudo.
 install() {
     command -v dpkg-query >/dev/null || die "this is not a Debian system; needed are: $*"
@@ -27,15 +46,19 @@ install() {
         installed "$package" || missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return
-    say "Installing: ${missing[*]}"
-    local root=()
+    local root=() get=(env DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 apt-get install
+        --no-install-recommends)
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || die "neither root nor sudo: cannot install ${missing[*]}"
         root=(sudo)
     fi
+    say "To be installed, with what they need: ${missing[*]}"
     "${root[@]}" apt-get update -qq || say "The package lists could not be renewed; trying with the old ones."
-    "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
-        "${missing[@]}" >/dev/null || die "the packages could not be installed"
+    # "99 newly installed", "Need to get 27 MB", "196 MB of additional disk space".
+    { "${get[@]}" --assume-no "${missing[@]}" 2>/dev/null || true; } |
+        sed -nE 's/^(.* newly installed).*/  \1/p; s/^(Need to get .*)\.$/  \1/p; s/^After this operation, (.*) will be used\.$/  \1/p'
+    "${root[@]}" "${get[@]}" -y -qq -o APT::Status-Fd=1 "${missing[@]}" | show_progress ||
+        die "the packages could not be installed"
 }
 
 # build DIR [CMAKE-OPTION...]: configures and builds; nothing happens where nothing changed.
