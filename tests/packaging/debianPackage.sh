@@ -34,6 +34,9 @@ for library in libc6 libstdc++6 libopengl0 libegl1 libglu1-mesa libglut3.12 libs
     [[ ", $depends" == *", $library"* ]] || fail "$library is not among: $depends"
 done
 
+echo "lintian has neither errors nor warnings"
+lintian --allow-root --fail-on error,warning "$package" || fail "lintian"
+
 remove() { "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get purge -y -qq testrender; }
 trap 'remove >/dev/null 2>&1 || true; rm -rf "$scratch"' EXIT
 echo "installing"

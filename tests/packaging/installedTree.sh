@@ -28,22 +28,23 @@ mkdir "$scratch/elsewhere"
 [ -s "$scratch/elsewhere/pictures/frame00003.png" ] || fail "no still"
 
 echo "each tool's options are in its manual page, and the pages are well formed"
-for tool in recordShow lwoinfo lwoview makeSet; do
+for tool in recordShow lwoinfo lwoview makeSet testRender; do
+    [[ $("$bin/$tool" --version) == "$tool "[0-9]* ]] || fail "$tool --version"
     options=$("$bin/$tool" --help | grep -oE -- '--[a-z]+' | sort -u)
     [ -n "$options" ] || fail "$tool --help names no options"
     for option in $options; do
-        grep -qF -- "${option//-/\\-}" "$prefix/share/man/man1/$tool.1" ||
+        zgrep -qF -- "${option//-/\\-}" "$prefix/share/man/man1/$tool.1.gz" ||
             fail "$option is not in $tool.1"
     done
 done
-for page in "$prefix"/share/man/man1/*.1; do
+for page in "$prefix"/share/man/man1/*.1.gz; do
     problems=$(LC_ALL=C.UTF-8 man --warnings -E UTF-8 -l -Tutf8 -Z "$page" 2>&1 >/dev/null)
     [ -z "$problems" ] || fail "$page: $problems"
 done
 
 echo "the manual page and the documents name files that are there"
-manual=$(MANWIDTH=200 man -l "$prefix/share/man/man1/testRender.1")
-documents="$prefix/share/doc/testRender"
+manual=$(MANWIDTH=200 man -l "$prefix/share/man/man1/testRender.1.gz")
+documents="$prefix/share/doc/testrender"
 named=$(
     grep -oE 'PREFIX/[a-zA-Z0-9_/-]+' <<<"$manual" | sed "s|PREFIX|$prefix|"
     grep -oE 'docs/[A-Za-z0-9/]+\.(jpg|md)' "$documents/README.md" | sed "s|^|$documents/|"
@@ -66,7 +67,12 @@ for model in "$prefix/share/testRender/lwo/k7.lwo" "$scratch/nameless"; do
         grep -q ": $kind\$" || fail "$model is not taken for $kind"
 done
 
-echo "another project finds the libraries; the README's example reads a model"
+echo "libraries tell nothing of who built them, and go into shared ones"
+! grep -rlF "$source" "$prefix/lib" --include '*.a' --include '*.cmake' || fail "they name $source"
+c++ -shared -o "$scratch/all.so" -Wl,--whole-archive "$prefix"/lib/lib*.a -Wl,--no-whole-archive ||
+    fail "they are not position-independent"
+
+echo "another project finds the libraries, without OpenGL; the README's example reads a model"
 mkdir "$scratch/project"
 # block LANGUAGE: the README's only code block in that language.
 block() {
@@ -77,7 +83,8 @@ block cpp >"$scratch/project/main.cpp"
 block cmake >"$scratch/project/CMakeLists.txt"
 (
     cd "$scratch/project"
-    cmake -S . -B build -DCMAKE_PREFIX_PATH="$prefix" >configure.log 2>&1 || {
+    cmake -S . -B build -DCMAKE_PREFIX_PATH="$prefix" \
+        -DCMAKE_DISABLE_FIND_PACKAGE_OpenGL=ON >configure.log 2>&1 || {
         cat configure.log
         fail "the project could not be configured"
     }
@@ -87,7 +94,8 @@ block cmake >"$scratch/project/CMakeLists.txt"
     }
     ./build/count "$prefix/share/testRender/lwo/tree3d.lwo" >count.txt
     grep -qE '^[1-9][0-9]* points, [1-9][0-9]* polygons' count.txt || fail "it said: $(cat count.txt)"
-    ! ./build/count main.cpp 2>/dev/null || fail "it read its own source"
+    ! ./build/count none.lwo 2>problem.txt || fail "it read a file that is not there"
+    grep -q "cannot be opened" problem.txt || fail "of a missing file: $(cat problem.txt)"
     [[ $(ldd build/count) != *libGL* ]] || fail "the reader needs OpenGL"
 )
 
@@ -98,10 +106,11 @@ cat >"$scratch/project/main.cpp" <<'PROGRAM'
 #include "renderer/lwoRenderer.h"
 int main(int argc, char **argv) { return argc == 2 && newLwoObj(argv[1], 1) != nullptr ? 0 : 1; }
 PROGRAM
-sed -i 's/testRender::reader/testRender::renderer/' "$scratch/project/CMakeLists.txt"
+sed -i 's/testRender::reader/testRender::renderer/; s/COMPONENTS reader/COMPONENTS renderer/' \
+    "$scratch/project/CMakeLists.txt"
 (
     cd "$scratch/project"
-    cmake -S . -B build >>configure.log 2>&1
+    cmake -S . -B build -DCMAKE_DISABLE_FIND_PACKAGE_OpenGL=OFF >>configure.log 2>&1
     cmake --build build >build.log 2>&1 || {
         cat build.log
         fail "the drawing project could not be built"

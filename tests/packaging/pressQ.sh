@@ -2,10 +2,13 @@
 # pressQ.sh COMMAND: runs a command in the current, empty display, presses q in the show's window as
 # soon as it listens, and gives the command's status.
 set -euo pipefail
-openbox 2>/dev/null &
+# A window that appears while the manager is taking over may never be mapped; what --startup names
+# it starts once it is through.
+ready=$(mktemp -u)
+openbox --startup "touch $ready" 2>/dev/null &
 manager=$!
-# A window that appears while the manager is taking over may never be mapped.
-until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q '#'; do sleep 0.1; done
+until [ -e "$ready" ]; do sleep 0.1; done
+rm "$ready"
 "$@" &
 show=$!
 window=
