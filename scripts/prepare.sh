@@ -17,6 +17,12 @@ die() {
     exit 1
 }
 
+# refuse OPTION: a command line that makes no sense.
+refuse() {
+    printf '%s: unknown option %s; ./%s --help says how\n' "$(basename "$0")" "$1" "$(basename "$0")" >&2
+    exit 2
+}
+
 installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
 
 # Reads what apt says with APT::Status-Fd and shows how far it is: in place on a terminal, else at
