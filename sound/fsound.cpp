@@ -4,16 +4,12 @@
 
 #include "sound/mixer.h"
 #include "sound/quiet.h"
+#include "sound/stream.h"
 
 #include <SDL.h>
-#include <SDL_mixer.h>
 
 #include <cstdio>
 #include <cstdlib>
-
-struct FSOUND_STREAM {
-    Mix_Music *music;
-};
 
 constexpr int OUTPUT_CHANNELS = 2; // stereo
 constexpr int BUFFER_FRAMES = 1024;
