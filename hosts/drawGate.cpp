@@ -10,6 +10,10 @@ void openDrawGate(bool open) {
     gateOpen = open;
 }
 
+bool isDrawGateOpen() {
+    return gateOpen;
+}
+
 using drawArraysFunction = void (*)(GLenum mode, GLint first, GLsizei count);
 
 void glDrawArrays(GLenum mode, GLint first, GLsizei count) {

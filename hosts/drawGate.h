@@ -6,3 +6,4 @@
 #pragma once
 
 void openDrawGate(bool open);
+bool isDrawGateOpen();
