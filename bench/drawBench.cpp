@@ -21,9 +21,11 @@ constexpr int STRETCHES = 30;
 static std::vector<double> costs; // seconds of CPU time a frame
 static std::clock_t started = 0;
 
-void makeOffscreenContext(int /*width*/, int /*height*/) {
+void makeOffscreenContext(int /*width*/, int /*height*/, int /*samples*/) {
     glesStart(fakeEs3());
 }
+
+void resolvePicture(int /*width*/, int /*height*/) {}
 
 static bool frameDone(int frame, void * /*context*/) {
     if (frame < FIRST_FRAME) {

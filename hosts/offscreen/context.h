@@ -9,9 +9,15 @@
 
 #include <vector>
 
-// Makes a legacy OpenGL context with a depth buffer current. When that is impossible, one line
-// on standard error says why and the process ends with status 1.
-void makeOffscreenContext(int width, int height);
+// Makes a legacy OpenGL context with a depth buffer current, with samples a pixel, or as many as
+// there can be; less than 2: none. When that is impossible, one line on standard error says why and
+// the process ends with status 1.
+void makeOffscreenContext(int width, int height, int samples = 0);
+
+// Makes what has been drawn ready to be read, where a pixel has several samples; readPicture and
+// readRows begin with it. Programs that draw with another OpenGL bring it with
+// makeOffscreenContext.
+void resolvePicture(int width, int height);
 
 // What has been drawn: width * height * 3 bytes RGB, top row first.
 std::vector<unsigned char> readPicture(int width, int height);

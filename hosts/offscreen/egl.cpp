@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 
+constexpr EGLint MOST_CONFIGS = 64; // looked at
+
 [[noreturn]] static void fail(const char *what) {
     std::fprintf(stderr, "offscreen: %s (EGL error 0x%x)\n", what,
                  static_cast<unsigned int>(eglGetError()));
@@ -27,7 +29,8 @@ static EGLDisplay openDisplay() {
     return display;
 }
 
-static EGLConfig chooseConfig(EGLDisplay display, EGLint renderable) {
+// Null when there is none with so many samples a pixel.
+static EGLConfig findConfig(EGLDisplay display, EGLint renderable, EGLint samples) {
     const EGLint wanted[] = {EGL_SURFACE_TYPE,
                              EGL_PBUFFER_BIT,
                              EGL_RED_SIZE,
@@ -39,22 +42,38 @@ static EGLConfig chooseConfig(EGLDisplay display, EGLint renderable) {
                              EGL_DEPTH_SIZE,
                              24,
                              EGL_SAMPLES,
-                             0,
+                             samples,
                              EGL_RENDERABLE_TYPE,
                              renderable,
                              EGL_NONE};
-    EGLConfig config = nullptr;
+    EGLConfig configs[MOST_CONFIGS];
     EGLint count = 0;
-    if (eglChooseConfig(display, wanted, &config, 1, &count) != EGL_TRUE || count < 1)
+    if (eglChooseConfig(display, wanted, configs, MOST_CONFIGS, &count) != EGL_TRUE)
+        return nullptr;
+    // EGL puts more bits a colour first: slower to read, and other roundings than in a window.
+    for (EGLint k = 0; k < count; k++) {
+        EGLint red = 0;
+        if (eglGetConfigAttrib(display, configs[k], EGL_RED_SIZE, &red) == EGL_TRUE && red == 8)
+            return configs[k];
+    }
+    return count > 0 ? configs[0] : nullptr;
+}
+
+static EGLConfig chooseConfig(EGLDisplay display, EGLint renderable, int samples) {
+    for (int fewer = samples; fewer > 1; fewer--)
+        if (EGLConfig config = findConfig(display, renderable, fewer); config != nullptr)
+            return config;
+    EGLConfig config = findConfig(display, renderable, 0);
+    if (config == nullptr)
         fail("no pixel format with depth buffer");
     return config;
 }
 
-void makeEglContext(EGLenum api, int width, int height) {
+void makeEglContext(EGLenum api, int width, int height, int samples) {
     const bool es = api == EGL_OPENGL_ES_API;
     const EGLint version[] = {EGL_CONTEXT_MAJOR_VERSION, 3, EGL_NONE};
     EGLDisplay display = openDisplay();
-    EGLConfig config = chooseConfig(display, es ? EGL_OPENGL_ES3_BIT : EGL_OPENGL_BIT);
+    EGLConfig config = chooseConfig(display, es ? EGL_OPENGL_ES3_BIT : EGL_OPENGL_BIT, samples);
     eglBindAPI(api);
     EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, es ? version : nullptr);
     if (context == EGL_NO_CONTEXT)

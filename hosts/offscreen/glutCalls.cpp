@@ -14,6 +14,7 @@ struct st_size {
 // GLUT's calls name no window and carry no state of ours: there is one window, and this is it.
 struct st_offscreenGlut {
     st_size screen = {800, 600};
+    int samples = 0;             // a pixel
     st_size window = {300, 300}; // GLUT's default
     offscreenFrameHook frameHook = nullptr;
     void *hookContext = nullptr;
@@ -26,8 +27,9 @@ struct st_offscreenGlut {
 
 static st_offscreenGlut glut;
 
-void offscreenScreen(int width, int height) {
+void offscreenScreen(int width, int height, int samples) {
     glut.screen = {width, height};
+    glut.samples = samples;
 }
 
 void offscreenOnFrame(offscreenFrameHook hook, void *context) {
@@ -56,7 +58,7 @@ void glutInitWindowSize(int width, int height) {
 }
 
 int glutCreateWindow(const char * /*title*/) {
-    makeOffscreenContext(glut.screen.width, glut.screen.height);
+    makeOffscreenContext(glut.screen.width, glut.screen.height, glut.samples);
     return 1;
 }
 

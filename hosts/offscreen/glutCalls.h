@@ -12,8 +12,9 @@
 
 #include <vector>
 
-// The size of the screen, which a window gets with glutFullScreen; 800 x 600 unless set.
-void offscreenScreen(int width, int height);
+// The size of the screen, which a window gets with glutFullScreen; 800 x 600 unless set. Samples a
+// pixel: as many as there can be up to these.
+void offscreenScreen(int width, int height, int samples = 0);
 
 // Called with a finished frame's number, from 0 on, and what offscreenOnFrame was given.
 using offscreenFrameHook = bool (*)(int frame, void *context);

@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-void makeOffscreenContext(int width, int height) {
-    makeEglContext(EGL_OPENGL_ES_API, width, height);
+void makeOffscreenContext(int width, int height, int /*samples*/) {
+    makeEglContext(EGL_OPENGL_ES_API, width, height, 0);
     st_es3 es3;
     if (!fillEs3(&es3, eglGetProcAddress)) {
         std::fprintf(stderr, "es3Context: functions of OpenGL ES 3 are missing\n");
@@ -17,6 +17,8 @@ void makeOffscreenContext(int width, int height) {
     }
     glesStart(&es3);
 }
+
+void resolvePicture(int /*width*/, int /*height*/) {}
 
 void openDrawGate(bool open) {
     glesDraw(open);

@@ -1,7 +1,7 @@
 // lwoview: looks at a model.
 //
 //   lwoview MODEL
-//   lwoview MODEL --still FILE.png [--size WxH] [--keys KEYS]
+//   lwoview MODEL --still FILE.png [--size WxH] [--samples N] [--keys KEYS]
 //   lwoview MODEL --icon FILE.png [--size WxH] [--keys KEYS]
 //
 // In a window, the mouse orbits and keys apply what the renderer can do. A still is drawn
@@ -15,6 +15,7 @@
 #include "tools/lwoview/modelLevels.h"
 #include "tools/lwoview/viewer.h"
 #include "tools/lwoview/window.h"
+#include "tools/samples.h"
 
 #include <GL/freeglut.h>
 
@@ -34,7 +35,8 @@ struct st_options {
     std::string picture; // "" for a window
     bool icon = false;   // whether the picture is cut out
     std::string keys;
-    st_pictureSize size = {0, 0}; // as readArguments leaves it, the default of what is wanted
+    int samples = DEFAULT_SAMPLES; // a pixel of a still
+    st_pictureSize size = {0, 0};  // as readArguments leaves it, the default of what is wanted
 };
 
 static int fail(const std::string &message) {
@@ -58,7 +60,7 @@ static int writePicture(st_viewer *viewer, const st_options &options) {
     const auto [width, height] = options.size;
     const char *path = options.picture.c_str();
     const int scale = options.icon ? ICON_OVERSAMPLING : 1;
-    makeOffscreenContext(width * scale, height * scale);
+    makeOffscreenContext(width * scale, height * scale, options.icon ? 0 : options.samples);
     drawViewer(viewer, width * scale, height * scale);
     if (!isAnythingDrawn(width * scale, height * scale))
         return fail(viewer->name + ": nothing of it is drawn; " + printable(path) +
@@ -72,7 +74,8 @@ static int writePicture(st_viewer *viewer, const st_options &options) {
 // ------------------------------------------------------------------------- arguments
 
 static const char usageText[] =
-    "usage: lwoview MODEL [--still FILE.png | --icon FILE.png] [--size WxH] [--keys KEYS]\n"
+    "usage: lwoview MODEL [--still FILE.png | --icon FILE.png] [--size WxH] [--samples N]\n"
+    "       [--keys KEYS]\n"
     "       lwoview --help | --version\n";
 
 // "" or why not.
@@ -86,6 +89,8 @@ static std::string readOption(const st_givenOption &given, st_options *options) 
         if (!readPictureSize(given.value.c_str(), &options->size))
             return "a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" +
                    given.value + "\"";
+    } else if (given.name == "--samples") {
+        return readSamples(given.value, &options->samples);
     } else {
         options->icon = given.name == "--icon";
         options->picture = given.value;
@@ -134,8 +139,12 @@ static bool openInItsFolder(st_viewer *viewer, const st_options &options,
 }
 
 int main(int argc, char **argv) {
-    const st_commandLine line = readCommandLine(
-        argc, argv, {{"--still", true}, {"--icon", true}, {"--size", true}, {"--keys", true}});
+    const st_commandLine line = readCommandLine(argc, argv,
+                                                {{"--still", true},
+                                                 {"--icon", true},
+                                                 {"--size", true},
+                                                 {"--samples", true},
+                                                 {"--keys", true}});
     if (line.help) {
         std::printf("%s\n%s", usageText, viewerHelp);
         return 0;

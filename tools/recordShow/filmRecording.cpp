@@ -4,7 +4,7 @@
 #include "driver/testRender.h"
 #include "hosts/drawGate.h"
 #include "hosts/offscreen/glutCalls.h"
-#include "tools/recordShow/film.h"
+#include "tools/recordShow/filmWriter.h"
 #include "tools/recordShow/progress.h"
 #include "tools/recordShow/soundtrack.h"
 
@@ -17,6 +17,8 @@
 struct st_filmRecording {
     const st_recordJob &job;
     st_film film = {};
+    st_filmWriter writer = {};
+    int drawn = 0; // frames
     st_progress progress = {};
     std::vector<unsigned char> picture = {}; // kept from frame to frame for their memory
     std::vector<std::int16_t> sound = {};
@@ -24,7 +26,7 @@ struct st_filmRecording {
 
 // Signals and the end of the process hand nothing over, so what they need is known to the file.
 static volatile std::sig_atomic_t stopSignal = 0; // 0: go on
-static st_film *filmToAbandon = nullptr;          // null: none is half done
+static st_filmRecording *halfDone = nullptr;      // null: none is
 
 static void stop(int number) {
     stopSignal = number;
@@ -40,8 +42,10 @@ static void stopOn(int number) {
 
 // The driver ends the process when a model is missing.
 static void abandonHalfFilm() {
-    if (filmToAbandon != nullptr)
-        abandonFilm(filmToAbandon);
+    if (halfDone == nullptr)
+        return;
+    abandonWriter(&halfDone->writer);
+    abandonFilm(&halfDone->film);
 }
 
 static void start(st_filmRecording *recording) {
@@ -54,18 +58,24 @@ static void start(st_filmRecording *recording) {
     if (!openFilm(&recording->film, {job.film, job.size.width, job.size.height, job.fps,
                                      hasMusic() ? soundtrackRate() : 0}))
         failRecording(recording->film.error);
+    startWriter(&recording->writer, &recording->film);
     recording->progress = startProgress(job.to - job.from + 1);
+}
+
+[[noreturn]] static void failFilm(st_filmRecording *recording) {
+    endProgress(&recording->progress);
+    endWriter(&recording->writer);
+    failRecording(recording->film.error);
 }
 
 static void add(st_filmRecording *recording, int frame) {
     offscreenRows(&recording->picture);
     recording->sound.clear();
     appendFrameSound(frame, recording->job.fps, &recording->sound);
-    if (!addFrame(&recording->film, recording->picture.data(), recording->sound)) {
-        endProgress(&recording->progress);
-        failRecording(recording->film.error);
-    }
-    showProgress(&recording->progress, recording->film.frames);
+    if (!queueFrame(&recording->writer, &recording->picture, &recording->sound))
+        failFilm(recording);
+    recording->drawn++;
+    showProgress(&recording->progress, recording->drawn);
 }
 
 static bool frameDone(int frame, void *context) {
@@ -82,6 +92,8 @@ static bool frameDone(int frame, void *context) {
 static void finish(st_filmRecording *recording) {
     const st_recordJob &job = recording->job;
     st_film &film = recording->film;
+    if (!endWriter(&recording->writer))
+        failFilm(recording);
     endProgress(&recording->progress);
     if (film.frames == 0)
         failRecording("stopped before the first frame of the film; there is no " + job.film);
@@ -97,13 +109,13 @@ static void finish(st_filmRecording *recording) {
 
 int recordFilm(const st_recordJob &job, int argc, char **argv) {
     st_filmRecording recording = {job};
-    filmToAbandon = &recording.film;
+    halfDone = &recording;
     std::atexit(abandonHalfFilm);
     wantSoundtrack();
     offscreenOnFrame(frameDone, &recording);
     openDrawGate(job.from == 0);
     runShow(argc, argv);
     finish(&recording);
-    filmToAbandon = nullptr;
+    halfDone = nullptr;
     return stopSignal == 0 ? 0 : 128 + stopSignal;
 }

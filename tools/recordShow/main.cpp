@@ -4,7 +4,7 @@
 #include "driver/modelPaths.h"
 #include "hosts/offscreen/glutCalls.h"
 #include "tools/recordShow/recording.h"
-#include "tools/recordShow/showFolder.h"
+#include "tools/showFolder.h"
 
 #include <filesystem>
 #include <string>
@@ -40,6 +40,6 @@ int main(int argc, char **argv) {
     st_recordJob job = readRecordOptions(argc, argv);
     goToShow(&job);
     refuseEndlessModels();
-    offscreenScreen(job.size.width, job.size.height);
+    offscreenScreen(job.size.width, job.size.height, job.samples);
     return job.film.empty() ? recordPictures(job, argc, argv) : recordFilm(job, argc, argv);
 }

@@ -2,6 +2,7 @@
 
 #include "tools/recordShow/contactSheet.h"
 #include "tools/recordShow/film.h"
+#include "tools/samples.h"
 
 #include <cstddef>
 #include <cstdio>
@@ -19,9 +20,9 @@ static const char landmarks[] =
 constexpr char HELP[] = R"(recordShow draws the show without a screen: as a film with its music, as
 pictures, or as one sheet of pictures.
 
-  recordShow FILM [--size WxH] [--fps N] [--from N] [--to N]
-  recordShow --stills LIST DIR [--size WxH] [--sheet SHEET.png]
-  recordShow --sheet SHEET.png [--frames LIST] [--size WxH]
+  recordShow FILM [--size WxH] [--samples N] [--fps N] [--from N] [--to N]
+  recordShow --stills LIST DIR [--size WxH] [--samples N] [--sheet SHEET.png]
+  recordShow --sheet SHEET.png [--frames LIST] [--size WxH] [--samples N]
 
 The show is that of the working directory where it has a folder lwo/, else the one
 that came with the program.
@@ -46,6 +47,8 @@ Pictures
 
 LIST is frame numbers with commas between them, or the word landmarks.
 
+All of them
+  --samples N    samples a pixel, 0 to 16 (default 4): more are smoother and slower
   --help         says this
   --version      says which version this is
 )";
@@ -96,7 +99,7 @@ static int readBetween(const std::string &option, const std::string &text, int l
 // -------------------------------------------------------------------------- options
 
 struct st_wish {
-    st_recordJob job = {"", "", "", {}, {0, 0}, DEFAULT_FPS, 0, LAST_FRAME};
+    st_recordJob job = {"", "", "", {}, {0, 0}, DEFAULT_SAMPLES, DEFAULT_FPS, 0, LAST_FRAME};
     bool stills = false;
     bool frames = false;
     bool filmOnly = false;  // an option that only films have was given
@@ -114,6 +117,9 @@ static void readOption(st_wish *wish, const std::string &option, const std::stri
             refuse("a picture's name ends in .png, not as " + value);
     } else if (option == "--size") {
         job.size = readSize(value);
+    } else if (option == "--samples") {
+        if (const std::string problem = readSamples(value, &job.samples); !problem.empty())
+            refuse(problem);
     } else if (option == "--fps") {
         job.fps = readBetween(option, value, 1, MAX_FPS);
     } else {
@@ -128,6 +134,7 @@ static st_wish readWords(int argc, char **argv) {
                                                  {"--frames", true},
                                                  {"--sheet", true},
                                                  {"--size", true},
+                                                 {"--samples", true},
                                                  {"--fps", true},
                                                  {"--from", true},
                                                  {"--to", true}});

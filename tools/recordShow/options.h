@@ -14,6 +14,7 @@ struct st_recordJob {
     std::string sheet;     // file; "": no contact sheet
     std::set<int> frames;  // of the stills and the sheet
     st_pictureSize size;
+    int samples; // a pixel
     int fps;
     int from; // first frame of the film
     int to;   // last frame of the film

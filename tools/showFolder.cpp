@@ -1,4 +1,4 @@
-#include "tools/recordShow/showFolder.h"
+#include "tools/showFolder.h"
 
 #include <system_error>
 
