@@ -16,6 +16,12 @@ ln -s "$bin/testRender" "$scratch/link"
 }
 ! grep -i "couldn't" "$scratch/show.txt" || fail "models were not found"
 
+(cd / && windowed "$bin/playShow") >"$scratch/player.txt" 2>&1 || {
+    cat "$scratch/player.txt"
+    fail "the installed player did not run"
+}
+! grep -i "couldn't" "$scratch/player.txt" || fail "the player did not find the models"
+
 echo "the set is whole"
 "$bin/lwoinfo" --check "$prefix/share/testRender/lwo" >"$scratch/check.txt" || {
     cat "$scratch/check.txt"
@@ -28,7 +34,7 @@ mkdir "$scratch/elsewhere"
 [ -s "$scratch/elsewhere/pictures/frame00003.png" ] || fail "no still"
 
 echo "each tool's options are in its manual page, and the pages are well formed"
-for tool in recordShow lwoinfo lwoview makeSet testRender; do
+for tool in playShow recordShow lwoinfo lwoview makeSet testRender; do
     [[ $("$bin/$tool" --version) == "$tool "[0-9]* ]] || fail "$tool --version"
     options=$("$bin/$tool" --help | grep -oE -- '--[a-z]+' | sort -u)
     [ -n "$options" ] || fail "$tool --help names no options"

@@ -10,8 +10,8 @@
 constexpr int TONE_LEVEL = 96; // of 127
 
 // Writes a square wave of constant loudness, as a mono 8-bit WAV; what the file is called
-// does not matter to the player.
-inline void writeTone(const std::string &path, int seconds) {
+// does not matter to the player. Before it so many seconds are silent.
+inline void writeTone(const std::string &path, int seconds, int silent = 0) {
     constexpr std::uint32_t RATE = 11025;
     constexpr std::uint32_t PERIOD = 32; // samples
     const auto u32 = [](std::uint32_t n) {
@@ -21,8 +21,8 @@ inline void writeTone(const std::string &path, int seconds) {
         return bytes;
     };
     const std::uint32_t count = RATE * static_cast<std::uint32_t>(seconds);
-    std::string samples;
-    for (std::uint32_t n = 0; n < count; n++)
+    std::string samples(RATE * static_cast<std::uint32_t>(silent), static_cast<char>(128));
+    for (auto n = static_cast<std::uint32_t>(samples.size()); n < count; n++)
         samples += static_cast<char>(n % PERIOD < PERIOD / 2 ? 128 + TONE_LEVEL : 128 - TONE_LEVEL);
     std::ofstream(path, std::ios::binary)
         << "RIFF" << u32(36 + count) << "WAVEfmt " << u32(16) << u32(0x10001) // PCM, mono
