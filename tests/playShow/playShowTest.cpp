@@ -1,5 +1,6 @@
 // The player itself on a virtual display: in step with the music, by keys, with and without sound.
 #include "tests/support/childProcess.h"
+#include "tests/support/endlessModel.h"
 #include "tests/support/testFolder.h"
 #include "tests/support/toneFile.h"
 #include "tests/support/virtualDisplay.h"
@@ -189,6 +190,15 @@ TEST_F(PlayShow, aClosedWindowEndsIt) {
     findWindow();
     press({"alt+F4"});
     end();
+}
+
+TEST(PlayShowOptions, endsInOneLineBeforeAModelThatIsNeverLoaded) {
+    const std::string folder = testPath("endless");
+    const std::string output = folder + "/output.txt";
+    fs::create_directories(folder + "/lwo");
+    writeFile(folder + "/lwo/sol.lwo", endlessModel());
+    EXPECT_EQ(runChild({PLAY_SHOW, folder}, "/", {"DISPLAY="}, output), 1);
+    EXPECT_EQ(readText(output).find("playShow: lwo/sol.lwo: surface \"bark\" has 2 colour"), 0U);
 }
 
 TEST(PlayShowOptions, refusesWhatMakesNoSense) {

@@ -1,7 +1,7 @@
 // lwoview as it is called: stills, and what it says.
-#include "tests/show/endlessModel.h"
 #include "tests/show/hatModel.h"
 #include "tests/support/childProcess.h"
+#include "tests/support/endlessModel.h"
 #include "tests/support/pngPicture.h"
 #include "tests/support/testFolder.h"
 

@@ -1,6 +1,6 @@
 // recordShow on the default set: the pictures are there, complete and the same each time.
-#include "tests/show/endlessModel.h"
 #include "tests/support/childProcess.h"
+#include "tests/support/endlessModel.h"
 #include "tests/support/pngPicture.h"
 #include "tests/support/targaWriter.h"
 #include "tests/support/testFolder.h"

@@ -1,6 +1,7 @@
 // playShow: the driver's own show in a window that keeps it in step with its music; see options.cpp
 // for how to call it.
 #include "driver/testRender.h"
+#include "tools/endlessModels.h"
 #include "tools/playShow/options.h"
 #include "tools/showFolder.h"
 
@@ -24,6 +25,9 @@ static void goToShow(const std::string &wanted) {
         fail("cannot go to " + folder.string() + ": " + failed.message());
     if (!fs::is_directory("lwo", failed))
         fail("there is no show in " + folder.string() + ": it has no folder lwo/");
+    const std::string endless = endlessModel();
+    if (!endless.empty())
+        fail(endless);
 }
 
 static void print(const st_playReport &report) {

@@ -1,8 +1,7 @@
 // recordShow: the show drawn off-screen by the driver itself, as a film with its sound or as
 // pictures; see options.cpp for how to call it.
-#include "checker/modelCheck.h"
-#include "driver/modelPaths.h"
 #include "hosts/offscreen/glutCalls.h"
+#include "tools/endlessModels.h"
 #include "tools/recordShow/recording.h"
 #include "tools/showFolder.h"
 
@@ -25,21 +24,12 @@ static void goToShow(st_recordJob *job) {
         failRecording("cannot go to the show in " + folder.string() + ": " + failed.message());
 }
 
-// The driver would wait for such a model for ever.
-static void refuseEndlessModels() {
-    for (const st_modelPath &path : MODEL_PATHS) {
-        const st_modelFile model = openModel(path.path);
-        if (model.object == nullptr) // that is the driver's to say
-            continue;
-        for (const st_finding &finding : checkLoading(model))
-            failRecording(findingLine(model.path, finding));
-    }
-}
-
 int main(int argc, char **argv) {
     st_recordJob job = readRecordOptions(argc, argv);
     goToShow(&job);
-    refuseEndlessModels();
+    const std::string endless = endlessModel();
+    if (!endless.empty())
+        failRecording(endless);
     offscreenScreen(job.size.width, job.size.height, job.samples);
     return job.film.empty() ? recordPictures(job, argc, argv) : recordFilm(job, argc, argv);
 }
