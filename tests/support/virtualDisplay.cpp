@@ -86,7 +86,7 @@ Picture readScreen(const VirtualDisplay &display) {
         for (std::size_t x = 0; x < DISPLAY_WIDTH; x++) {
             const std::size_t pixel =
                 number(HEADER_SIZE) + number(COLORS) * 12 + y * number(LINE_BYTES) + x * 4;
-            for (const std::size_t channel : {2, 1, 0})
+            for (const std::size_t channel : {2U, 1U, 0U})
                 screen.rgb.push_back(pixel + 3 < dump.size()
                                          ? static_cast<unsigned char>(dump[pixel + channel])
                                          : 0);
