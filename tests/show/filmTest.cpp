@@ -235,7 +235,7 @@ TEST(Film, ctrlCEndsItWhereItIs) {
 
 // A model that takes its time: thousands of smooth triangles meet at a point.
 static std::string slowModel() {
-    constexpr unsigned COUNT = 10000;
+    constexpr unsigned COUNT = 5000;
     std::string points = f4(0, 0, 0) + f4(1, 0, 0);
     std::string polygons = "FACE";
     std::string tags = "SURF";
