@@ -273,7 +273,8 @@ static const unsigned char *storeTags(const unsigned char *cursor, const unsigne
                                       st_lwPolygonList *polygonList) {
     while (cursor < end) {
         const unsigned char *pair = cursor;
-        if (!skipVX(&cursor, end) || !skipVX(&cursor, end))
+        bool begun = skipVX(&cursor, end);
+        if (!begun || !skipVX(&cursor, end))
             return pair;
         const unsigned char *index = pair;
         int polygon = takeVX(&index) + polygonList->offset;

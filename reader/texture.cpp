@@ -170,33 +170,33 @@ int lwGetProcedural(std::FILE *file, int rsz, st_lwTexture *texture) {
 
 // ---------------------------------------------------------------------- gradients
 
-// Zeroed entries in the place of those before, with room for one even when none is asked for. flen
-// fails without memory and, as if the entries had been read, where the file does not hold them.
-template <typename Entry>
-static void replaceEntries(std::FILE *file, int count, int fileSize, Entry **entries) {
+// Zeroed entries, with room for one even when none is asked for. Null, and flen failing, without
+// memory and, as if the entries had been read, where the file does not hold them.
+template <typename Entry> static Entry *newEntries(std::FILE *file, int count, int fileSize) {
     std::size_t room = static_cast<std::size_t>(std::max(count, 1));
-    if (!fileMayHold(file, count * fileSize)) {
-        getbytes(file, count * fileSize); // fails at the end of the file
-        return;
-    }
-    replaceOwned(entries, needed(static_cast<Entry *>(std::calloc(room, sizeof(Entry)))));
+    if (fileMayHold(file, count * fileSize))
+        return needed(static_cast<Entry *>(std::calloc(room, sizeof(Entry))));
+    getbytes(file, count * fileSize); // fails at the end of the file
+    return nullptr;
 }
 
 static void getGradientKeys(std::FILE *file, int length, st_lwGradient *gradient) {
     int count = length / GRADIENT_KEY_STRIDE;
-    replaceEntries(file, count, GRADIENT_KEY_SIZE, &gradient->keys);
-    for (int i = 0; i < count && get_flen() >= 0; i++) {
-        gradient->keys[i].value = getF4(file);
-        for (float &component : gradient->keys[i].rgba)
+    st_lwGradKey *keys = newEntries<st_lwGradKey>(file, count, GRADIENT_KEY_SIZE);
+    replaceOwned(&gradient->keys, keys);
+    for (int i = 0; keys != nullptr && i < count; i++) {
+        keys[i].value = getF4(file);
+        for (float &component : keys[i].rgba)
             component = getF4(file);
     }
 }
 
 static void getInterpolations(std::FILE *file, int length, st_lwGradient *gradient) {
     int count = length / 2;
-    replaceEntries(file, count, 2, &gradient->interpolations);
-    for (int i = 0; i < count && get_flen() >= 0; i++)
-        gradient->interpolations[i] = static_cast<std::uint16_t>(getU2(file));
+    std::uint16_t *codes = newEntries<std::uint16_t>(file, count, 2);
+    replaceOwned(&gradient->interpolations, codes);
+    for (int i = 0; codes != nullptr && i < count; i++)
+        codes[i] = static_cast<std::uint16_t>(getU2(file));
 }
 
 int lwGetGradient(std::FILE *file, int rsz, st_lwTexture *texture) {

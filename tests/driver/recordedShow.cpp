@@ -77,10 +77,6 @@ int glutCreateWindow(const char *title) {
     void name parameters {                                                                         \
         note(#name, __VA_ARGS__);                                                                  \
     }
-#define GLUT_CALLBACK(name, type, expected)                                                        \
-    void name(void(*callback) type) {                                                              \
-        note(#name, callback == expected ? #expected : "another");                                 \
-    }
 
 GLUT_CALL(glutInit, (int *argc, char ** /*argv*/), *argc)
 GLUT_CALL(glutInitDisplayMode, (unsigned int mode), mode)
@@ -90,11 +86,21 @@ GLUT_CALL(glutFullScreen, (), "")
 GLUT_CALL(glutMainLoop, (), "")
 GLUT_CALL(glutSwapBuffers, (), "")
 GLUT_CALL(glutPostRedisplay, (), "")
-GLUT_CALLBACK(glutDisplayFunc, (), display)
-GLUT_CALLBACK(glutIdleFunc, (), display)
-GLUT_CALLBACK(glutKeyboardFunc, (unsigned char, int, int), keyboard)
-GLUT_CALLBACK(glutMotionFunc, (int, int), motion)
-GLUT_CALLBACK(glutReshapeFunc, (int, int), reshape)
+void glutDisplayFunc(void (*callback)()) {
+    note("glutDisplayFunc", callback == display ? "display" : "another");
+}
+void glutIdleFunc(void (*callback)()) {
+    note("glutIdleFunc", callback == display ? "display" : "another");
+}
+void glutKeyboardFunc(void (*callback)(unsigned char, int, int)) {
+    note("glutKeyboardFunc", callback == keyboard ? "keyboard" : "another");
+}
+void glutMotionFunc(void (*callback)(int, int)) {
+    note("glutMotionFunc", callback == motion ? "motion" : "another");
+}
+void glutReshapeFunc(void (*callback)(int, int)) {
+    note("glutReshapeFunc", callback == reshape ? "reshape" : "another");
+}
 
 // --------------------------------------------------------------------------- running
 

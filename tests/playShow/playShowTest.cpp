@@ -104,7 +104,7 @@ TEST_F(PlayShow, sixHundredFramesTakeTenSecondsOfMusic) {
     constexpr std::size_t STRETCH = 256; // samples of both sides
     double seconds = 0.0;
     for (const double level : readLevels(heard, STRETCH))
-        seconds += level > 0.0 ? STRETCH / 2 / 44100.0 : 0.0;
+        seconds += level > 0.0 ? static_cast<double>(STRETCH) / 2 / 44100.0 : 0.0;
     EXPECT_NEAR(seconds, 10.0, 0.2); // frames 0 and 1 are silent
 }
 
