@@ -6,8 +6,10 @@
 #include "workshop/models/surfaces.h"
 #include "workshop/shapes.h"
 #include "workshop/text.h"
+#include "workshop/words.h"
 
 #include <cmath>
+#include <iterator>
 
 constexpr float HUB = 0.44F;   // where names begin
 constexpr float RIM = 2.05F;   // where the wheel ends
@@ -47,9 +49,7 @@ static st_mesh towardsMainView(const st_mesh &wheel) {
 }
 
 st_mesh makeGreetingsOne() {
-    static constexpr const char *NAMES[] = {"Moss Club",   "Teapots",  "Late Owls", "Wobble",
-                                            "Sock Drawer", "Porridge", "Mittens",   "Lanterns"};
-    constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
+    constexpr std::size_t COUNT = std::size(WHEEL_ONE);
     const st_surface wood = tinted("wood", WOOD_TEXTURE, 0, mix(WOOD, WHITE, 0.35F));
     const st_textStyle lettering = plainStyle(0.33F, 0.05F, plain("greet-letters", MILK, 0),
                                               plain("greet-letters-side", mix(BARK, INK, 0.5F), 0));
@@ -58,7 +58,7 @@ st_mesh makeGreetingsOne() {
     st_mesh wheel;
     for (std::size_t i = 0; i < COUNT; i++) {
         append(wheel, slabShape({plank}, DEPTH, 1.0F, wood), spokePlace(i, COUNT));
-        append(wheel, nameShape(NAMES[i], lettering), spokePlace(i, COUNT));
+        append(wheel, nameShape(WHEEL_ONE[i], lettering), spokePlace(i, COUNT));
     }
     append(wheel,
            slabShape({ringOutline(RIM + 0.08F, 40, false), ringOutline(RIM - 0.06F, 40, true)},
@@ -84,10 +84,7 @@ static st_outline petalOutline() {
 }
 
 st_mesh makeGreetingsTwo() {
-    static constexpr const char *NAMES[] = {"Gravel",    "Duck Dept.", "Humdrum",
-                                            "Zebra Tea", "Spaghetti",  "Whalers",
-                                            "Cactus",    "Biscuit 9",  "Thunder"};
-    constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
+    constexpr std::size_t COUNT = std::size(WHEEL_TWO);
     const st_textStyle lettering =
         plainStyle(0.36F, 0.012F, plain("greet-letters", mix(INK, DUSK, 0.15F), 0),
                    plain("greet-letters-side", INK, 0));
@@ -102,17 +99,14 @@ st_mesh makeGreetingsTwo() {
             for (st_uv &uv : polygon.uvs)
                 uv.v += 0.5F;
         append(wheel, petal, spokePlace(i, COUNT));
-        append(wheel, nameShape(NAMES[i], lettering), spokePlace(i, COUNT));
+        append(wheel, nameShape(WHEEL_TWO[i], lettering), spokePlace(i, COUNT));
     }
     append(wheel, ballShape({0.40F, 0.40F, 0.20F}, 18, 10, plain("hub", AMBER, SOFT)));
     return towardsMainView(wheel);
 }
 
 st_mesh makeGreetingsThree() {
-    static constexpr const char *NAMES[] = {"Jam Pact",  "Old Abbey", "Kettle",  "Salt Lab",
-                                            "Plum Inc.", "Foghorn",   "Monsoon", "Goat Unit",
-                                            "Buttons",   "Pennies"};
-    constexpr std::size_t COUNT = sizeof NAMES / sizeof NAMES[0];
+    constexpr std::size_t COUNT = std::size(WHEEL_THREE);
     const st_textStyle lettering =
         plainStyle(0.33F, 0.05F, plain("greet-letters", SUN, 0),
                    plain("greet-letters-side", mix(AMBER, BARK, 0.6F), 0));
@@ -129,7 +123,7 @@ st_mesh makeGreetingsThree() {
     st_mesh wheel;
     append(wheel, disc);
     for (std::size_t i = 0; i < COUNT; i++)
-        append(wheel, nameShape(NAMES[i], lettering), spokePlace(i, COUNT));
+        append(wheel, nameShape(WHEEL_THREE[i], lettering), spokePlace(i, COUNT));
     append(wheel,
            latheShape({{0.30F, -0.08F}, {0.30F, 0.08F}, {0.05F, 0.09F}, {0.0F, 0.14F}}, 20,
                       plain("hub", ROSE, 0.5F)),

@@ -6,6 +6,7 @@
 #include "workshop/models/surfaces.h"
 #include "workshop/shapes.h"
 #include "workshop/text.h"
+#include "workshop/words.h"
 
 #include <cmath>
 
@@ -24,8 +25,8 @@ static st_mesh lettersShape() {
     style.tolerance = 0.004F;
     style.tracking = -0.015F;
     st_mesh mesh;
-    append(mesh, textShape("k7", style),
-           moved({-textWidth("k7", style) / 2, -0.35F * style.size, HALF + 0.045F}));
+    append(mesh, textShape(LOGO, style),
+           moved({-textWidth(LOGO, style) / 2, -0.35F * style.size, HALF + 0.045F}));
     return mesh;
 }
 

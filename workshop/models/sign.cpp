@@ -5,6 +5,7 @@
 #include "workshop/models/surfaces.h"
 #include "workshop/shapes.h"
 #include "workshop/text.h"
+#include "workshop/words.h"
 
 constexpr float BOARD_DEPTH = 0.07F;
 
@@ -39,8 +40,8 @@ st_mesh makeSign() {
         {-0.52F, -0.17F, 0}, {0.50F, -0.15F, 0}, {0.52F, 0.16F, 0}, {-0.50F, 0.17F, 0}};
     append(sign, slabShape({year}, BOARD_DEPTH, 1.0F, wood),
            moved({0, -0.38F, 0}) * turned({0, 0, 1}, -4));
-    addLine(sign, "VALMORINE", 0.31F, {0.02F, 0.11F, 0});
-    addLine(sign, "2003", 0.30F, {0.0F, -0.38F, 0});
+    addLine(sign, SIGN_NAME, 0.31F, {0.02F, 0.11F, 0});
+    addLine(sign, SIGN_YEAR, 0.30F, {0.0F, -0.38F, 0});
     st_mesh mesh;
     const st_vec foot = onIsland(-1.38F, -0.05F);
     append(mesh, sign,
