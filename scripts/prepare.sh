@@ -10,6 +10,12 @@ CHECK_PACKAGES=(clang llvm clang-format clang-tidy libclang-rt-dev libgtest-dev 
     xvfb xauth xdotool openbox ffmpeg dpkg-dev desktop-file-utils file lintian man-db
     libbenchmark-dev libglib2.0-bin shared-mime-info)
 
+# What the page takes on top (web/build).
+WEB_PACKAGES=(emscripten nodejs ffmpeg fonttools python3-brotli)
+
+# What its tests take on top of that and of the other checks (tests/web/run).
+BROWSER_PACKAGES=(chromium firefox-esr xvfb xauth)
+
 say() { printf '%s\n' "$*"; }
 
 die() {

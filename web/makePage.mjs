@@ -1,0 +1,48 @@
+// Fills the page's template with the words of the show and the sizes of its files.
+//   printWords | node web/makePage.mjs TEMPLATE FOLDER
+// writes FOLDER/index.html and FOLDER/files.js; the packs lie in FOLDER already.
+import { readFileSync, statSync, writeFileSync } from 'node:fs';
+import { join } from 'node:path';
+
+const [template, folder] = process.argv.slice(2);
+const words = JSON.parse(readFileSync(0, 'utf8'));
+
+const escaped = (text) => text.replace(/[&<>"]/g, (c) => ({ '&': '&amp;', '<': '&lt;', '>': '&gt;', '"': '&quot;' })[c]);
+
+// Pointed rays around a face of radius 58, long ones and short ones in turn.
+function rays() {
+  const COUNT = 24;
+  const at = (turn, radius) => `${(radius * Math.sin(2 * Math.PI * turn)).toFixed(1)} ${(-radius * Math.cos(2 * Math.PI * turn)).toFixed(1)}`;
+  return Array.from({ length: COUNT }, (_, k) =>
+    `<path d="M${at((k - 0.55) / COUNT, 54)} ${at(k / COUNT, k % 2 ? 82 : 98)} ${at((k + 0.55) / COUNT, 54)}Z"/>`).join('');
+}
+
+const WHEELS = ['First wheel', 'Second wheel', 'Third wheel'];
+const wheels = words.wheels.map((names, k) =>
+  `<section><h3>${WHEELS[k]}</h3><ul>${names.map((name) => `<li>${escaped(name)}</li>`).join('')}</ul></section>`).join('\n');
+
+// The first sentences, as a link preview shows them.
+function description() {
+  const MOST = 160;
+  if (words.scrollText.length <= MOST) return words.scrollText;
+  const cut = words.scrollText.slice(0, MOST);
+  return `${cut.slice(0, cut.lastIndexOf(' '))} …`;
+}
+
+const values = {
+  name: escaped(words.name),
+  year: escaped(words.year),
+  description: escaped(description()),
+  scrollText: escaped(words.scrollText),
+  wheels,
+  rays: rays(),
+};
+const page = readFileSync(template, 'utf8').replace(/\{\{(\w+)\}\}/g, (_, key) => {
+  if (!(key in values)) throw new Error(`the template asks for ${key}`);
+  return values[key];
+});
+writeFileSync(join(folder, 'index.html'), page);
+
+const file = (name) => ({ name, bytes: statSync(join(folder, name)).size });
+const pack = { packed: file('show.tar.gz'), plain: file('show.tar') };
+writeFileSync(join(folder, 'files.js'), `// Sizes, for progress and to notice a cut file.\nexport const PACK = ${JSON.stringify(pack)};\n`);
