@@ -57,8 +57,7 @@ TEST(Digest, generatedModelsStayTheSame) {
     };
     int number = 0;
     for (const auto &model : models) {
-        const Object object = load(generateModel(model.plan));
-        ASSERT_NE(object, nullptr);
+        const Object object = there(load(generateModel(model.plan)));
         EXPECT_EQ(objectDigest(*object), model.digest) << "model " << number;
         number++;
     }
@@ -78,18 +77,16 @@ TEST(Digest, allOtherRecordsStayTheSame) {
                                  sub("CHAN", s0("n") + u2(1) + "data");
     const std::string clip = u4(1) + sub("STIL", s0("a.tga")) + sub("GAMM", f4(1) + vx(1)) +
                              sub("IFLT", s0("blur") + u2(1) + "data");
-    Object object = loadLWO2(chunk("TAGS", s0("red") + s0("none")) + chunk("ENVL", envelope) +
-                             chunk("CLIP", clip) + chunk("SURF", surface) +
-                             chunk("SURF", s0("blue") + s0("") + sub("SMAN", f4(1.5F))));
-    ASSERT_NE(object, nullptr);
+    Object object = there(loadLWO2(chunk("TAGS", s0("red") + s0("none")) + chunk("ENVL", envelope) +
+                                   chunk("CLIP", clip) + chunk("SURF", surface) +
+                                   chunk("SURF", s0("blue") + s0("") + sub("SMAN", f4(1.5F)))));
     EXPECT_EQ(objectDigest(*object), 0x9C946477434C06C5U);
 
     const std::string old = s0("red") + sub("FLAG", u2(0x104)) + sub("GLOS", u2(64)) +
                             sub("CTEX", s0("Cubic Image Map")) + sub("TFLG", u2(0x7A)) +
                             sub("TIMG", s0("b (sequence)")) + sub("TVEL", f4(1, 2, 3)) +
                             sub("BTEX", s0("Wood")) + sub("TCLR", u4(0x10203040));
-    object = load(form("LWOB", chunk("SRFS", s0("red")) + chunk("SURF", old)));
-    ASSERT_NE(object, nullptr);
+    object = there(load(form("LWOB", chunk("SRFS", s0("red")) + chunk("SURF", old))));
     EXPECT_EQ(objectDigest(*object), 0x626D070208239C32U);
 }
 
@@ -172,8 +169,7 @@ TEST(Normals, areThoseOfTheFormulaAtEveryAngle) {
                 std::vector<float> angles(count);
                 for (std::size_t i = 0; i < count; i++)
                     angles[i] = static_cast<float>(i % 13) * 0.5F * base;
-                const Object object = loadLWO2(fan(angles, smoothing, count % 2 == 1));
-                ASSERT_NE(object, nullptr);
+                const Object object = there(loadLWO2(fan(angles, smoothing, count % 2 == 1)));
                 EXPECT_EQ(countWrongNormals(*object->layers), 0) << smoothing << ' ' << count;
             }
         }
@@ -226,8 +222,7 @@ TEST(Normals, areThoseOfTheFormulaInAnyModel) {
                             chunk("TAGS", s0("0") + s0("1") + s0("2"));
         for (const char *name : {"0", "1", "2"})
             bytes += chunk("SURF", s0(name) + s0("") + sub("SMAN", f4(angles[pick(&random, 12)])));
-        const Object object = loadLWO2(bytes);
-        ASSERT_NE(object, nullptr);
+        const Object object = there(loadLWO2(bytes));
         EXPECT_EQ(countWrongNormals(*object->layers), 0) << i;
     }
 }

@@ -18,14 +18,6 @@ static st_lwKey makeKey(char name, float time) {
     return key;
 }
 
-TEST(List, addAppends) {
-    st_lwKey keys[] = {makeKey('a', 0), makeKey('b', 0), makeKey('c', 0)};
-    st_lwKey *list = nullptr;
-    for (st_lwKey &key : keys)
-        _lwListAdd(&list, &key);
-    EXPECT_EQ(spell(list), "abc");
-}
-
 // In the other order of the comparison's arguments neither would hold.
 TEST(List, insertSortsAndKeepsEqualsInTheOrderOfArrival) {
     st_lwKey keys[] = {makeKey('c', 2), makeKey('a', 1), makeKey('e', 3), makeKey('d', 2),
@@ -43,11 +35,12 @@ static void noteAndWipe(st_lwKey *key) {
     *key = {};
 }
 
-TEST(List, freeGoesFromFirstToLastAndLooksAheadBeforeEachCall) {
+TEST(List, addAppendsAndFreeLooksAheadBeforeEachCall) {
     st_lwKey keys[] = {makeKey('a', 0), makeKey('b', 0), makeKey('c', 0)};
     st_lwKey *list = nullptr;
     for (st_lwKey &key : keys)
         _lwListAdd(&list, &key);
+    EXPECT_EQ(spell(list), "abc");
     _lwListFree(list, noteAndWipe);
     EXPECT_EQ(freed, "abc");
     _lwListFree<st_lwKey>(nullptr, noteAndWipe);

@@ -1,4 +1,5 @@
-// What the reader's tests share: bytes as an open file, bytes as a loaded and checked object.
+// What the reader's tests share: bytes as an open file, as a record, as a loaded and checked
+// object.
 #pragma once
 
 #include "reader/lwo2.h"
@@ -6,16 +7,43 @@
 #include "tests/support/chunkWriter.h"
 #include "tests/support/keptMemory.h"
 #include "tests/support/memoryFile.h"
+#include "tests/support/numbers.h"
 #include "tests/support/testFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
 
-struct FileCloser {
+// Ends a record with all that the reader leaves allocated.
+struct Release {
     void operator()(std::FILE *file) const { std::fclose(file); }
+    void operator()(st_lwObject *object) const { freeObjectWhole(object); }
+    void operator()(st_lwEnvelope *envelope) const { lwFreeEnvelope(envelope); }
+    void operator()(st_lwVMap *vmap) const { lwFreeVMap(vmap); }
+    void operator()(st_lwClip *clip) const {
+        freeClipSource(*clip);
+        lwFreeClip(clip);
+    }
+    void operator()(st_lwTexture *texture) const {
+        freeTextureNames(*texture);
+        lwFreeTexture(texture);
+    }
+    void operator()(st_lwSurface *surface) const {
+        freeSurfaceNames(*surface);
+        lwFreeSurface(surface);
+    }
 };
-using File = std::unique_ptr<std::FILE, FileCloser>;
+template <typename Record> using Owned = std::unique_ptr<Record, Release>;
+using File = Owned<std::FILE>;
+using Object = Owned<st_lwObject>;
+
+// The test is over when there is none.
+template <typename Pointer> Pointer there(Pointer pointer) {
+    if (pointer == nullptr)
+        throw std::runtime_error("there is nothing");
+    return pointer;
+}
 
 // A file of these bytes, at its start, with flen at 0.
 inline File openBytes(const std::string &bytes) {
@@ -26,10 +54,11 @@ inline File openBytes(const std::string &bytes) {
     return file;
 }
 
-struct ObjectDeleter {
-    void operator()(st_lwObject *object) const { freeObjectWhole(object); }
-};
-using Object = std::unique_ptr<st_lwObject, ObjectDeleter>;
+// The record that the bytes are, of which cut are not said to belong to it.
+template <typename Record>
+Owned<Record> readRecord(Record *(*get)(std::FILE *, int), const std::string &bytes, int cut = 0) {
+    return Owned<Record>(get(openBytes(bytes).get(), static_cast<int>(bytes.size()) - cut));
+}
 
 // What a failed load reports; as it is here when it reports nothing.
 struct Failure {
@@ -38,14 +67,34 @@ struct Failure {
 };
 
 inline Object load(const std::string &bytes, Failure *failure = nullptr) {
-    const std::string path = memoryFile(bytes);
     Failure ignored;
-    Failure &reported = failure == nullptr ? ignored : *failure;
-    Object object(lwGetObject(path.c_str(), &reported.id, &reported.position));
+    auto &[id, position] = failure == nullptr ? ignored : *failure;
+    Object object(lwGetObject(memoryFile(bytes).c_str(), &id, &position));
     EXPECT_EQ(object == nullptr ? "" : objectProblem(*object), "");
     return object;
 }
 
 inline Object loadLWO2(const std::string &chunks, Failure *failure = nullptr) {
     return load(form("LWO2", chunks), failure);
+}
+
+// That loading fails, at the chunk and the position.
+inline void expectFailure(const std::string &bytes, unsigned id, int position) {
+    Failure failure;
+    EXPECT_EQ(load(bytes, &failure), nullptr);
+    EXPECT_EQ(numbers(failure.id, failure.position), numbers(id, position)) << bytes;
+}
+
+// Four points, two triangles that share the edge 1-3, in the plane z = 0:
+//   1 --- 2
+//   | \ B |
+//   | A \ |
+//   0 --- 3
+inline const std::string square =
+    chunk("PNTS", f4(0, 0, 0) + f4(0, 1, 0) + f4(1, 1, 0) + f4(1, 0, 0));
+inline const std::string twoTriangles =
+    chunk("POLS", "FACE" + u2(3) + vx(0) + vx(3) + vx(1) + u2(3) + vx(2) + vx(1) + vx(3));
+
+inline std::string cutByOne(const std::string &bytes) {
+    return bytes.substr(0, bytes.size() - 1);
 }

@@ -1,19 +1,10 @@
 #include "tests/reader/readerTest.h"
 
-struct SurfaceDeleter {
-    void operator()(st_lwSurface *surface) const {
-        if (surface != nullptr)
-            freeSurfaceNames(*surface);
-        lwFreeSurface(surface);
-    }
-};
-using Surface = std::unique_ptr<st_lwSurface, SurfaceDeleter>;
+using Surface = Owned<st_lwSurface>;
 
 // A surface of this name with these sub-chunks, read as a chunk of its own.
 static Surface read(const std::string &subChunks) {
-    const std::string body = s0("name") + s0("source") + subChunks;
-    const File file = openBytes(body);
-    return Surface(lwGetSurface(file.get(), static_cast<int>(body.size())));
+    return readRecord(lwGetSurface, s0("name") + s0("source") + subChunks);
 }
 
 static std::string texture(const std::string &ordinal, const std::string &channel) {
@@ -48,66 +39,43 @@ TEST(Surface, defaultsAreTheseAlone) {
 }
 
 TEST(Surface, unknownSubChunksLeaveTheDefaults) {
-    const Surface surface = read(sub("VERS", "odd") + sub("BLOK", "NODE..more"));
-    ASSERT_NE(surface, nullptr);
+    const Surface surface = there(read(sub("VERS", "odd") + sub("BLOK", "NODE..more")));
     EXPECT_STREQ(surface->name, "name");
     EXPECT_STREQ(surface->srcName, "source");
     EXPECT_EQ(plainBytes(*surface), plainBytes(*Surface(lwDefaultSurface())));
 }
 
 TEST(Surface, valuesAndTheirEnvelopes) {
-    const Surface surface = read(
+    const Surface surface = there(read(
         sub("COLR", f4(1, 2, 3) + vx(1)) + sub("LUMI", f4(4) + vx(0x10000)) +
         sub("DIFF", f4(5) + vx(3)) + sub("SPEC", f4(6) + vx(4)) + sub("GLOS", f4(7) + vx(5)) +
         sub("REFL", f4(8) + vx(6)) + sub("TRAN", f4(9) + vx(7)) + sub("RIND", f4(10) + vx(8)) +
         sub("TRNL", f4(11) + vx(9)) + sub("BUMP", f4(12) + vx(10)) + sub("CLRH", f4(13) + vx(11)) +
         sub("CLRF", f4(14) + vx(12)) + sub("ADTR", f4(15) + vx(13)) + sub("SHRP", f4(16) + vx(14)) +
-        sub("GVAL", f4(17) + vx(15)));
-    ASSERT_NE(surface, nullptr);
-    EXPECT_EQ(surface->color.rgb[0], 1.0F);
-    EXPECT_EQ(surface->color.rgb[2], 3.0F);
-    EXPECT_EQ(surface->color.envelope, 1);
-    const struct {
-        float value;
-        int envelope;
-        float expectedValue;
-        int expectedEnvelope;
-    } cases[] = {
-        {surface->luminosity.value, surface->luminosity.envelope, 4, 0x10000},
-        {surface->diffuse.value, surface->diffuse.envelope, 5, 3},
-        {surface->specularity.value, surface->specularity.envelope, 6, 4},
-        {surface->glossiness.value, surface->glossiness.envelope, 7, 5},
-        {surface->reflection.value, surface->reflection.envelope, 8, 6},
-        {surface->transparency.value, surface->transparency.envelope, 9, 7},
-        {surface->eta.value, surface->eta.envelope, 10, 8},
-        {surface->translucency.value, surface->translucency.envelope, 11, 9},
-        {surface->bump.value, surface->bump.envelope, 12, 10},
-        {surface->colorHighlight.value, surface->colorHighlight.envelope, 13, 11},
-        {surface->colorFilter.value, surface->colorFilter.envelope, 14, 12},
-        {surface->additiveTransparency.value, surface->additiveTransparency.envelope, 15, 13},
-        {surface->diffuseSharpness.value, surface->diffuseSharpness.envelope, 16, 14},
-        {surface->glow.value, surface->glow.envelope, 17, 15}};
-    for (const auto &item : cases) {
-        EXPECT_EQ(item.value, item.expectedValue);
-        EXPECT_EQ(item.envelope, item.expectedEnvelope);
-    }
+        sub("GVAL", f4(17) + vx(15))));
+    EXPECT_EQ(numbers(surface->color.rgb[0], surface->color.rgb[2], surface->color.envelope),
+              numbers(1, 3, 1));
+    const auto &s = *surface;
+    const auto both = [](const auto &...items) {
+        return numbers(items.value..., items.envelope...);
+    };
+    EXPECT_EQ(both(s.luminosity, s.diffuse, s.specularity, s.glossiness, s.reflection,
+                   s.transparency, s.eta, s.translucency, s.bump, s.colorHighlight, s.colorFilter,
+                   s.additiveTransparency, s.diffuseSharpness, s.glow),
+              numbers(4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 0x10000, 3, 4, 5, 6, 7, 8,
+                      9, 10, 11, 12, 13, 14, 15));
 }
 
 TEST(Surface, optionsAnglesAndCodes) {
     const Surface surface =
-        read(sub("RFOP", u2(3)) + sub("RIMG", vx(4)) + sub("RSAN", f4(0.5F)) + sub("TROP", u2(2)) +
-             sub("TIMG", vx(5)) + sub("SMAN", f4(1.5F)) + sub("SIDE", u2(3)) +
-             sub("ALPH", u2(2) + f4(0.25F)) + sub("AVAL", f4(0.75F)));
-    ASSERT_NE(surface, nullptr);
-    EXPECT_EQ(surface->reflection.options, 3);
-    EXPECT_EQ(surface->reflection.clipIndex, 4);
-    EXPECT_EQ(surface->reflection.seamAngle, 0.5F);
-    EXPECT_EQ(surface->transparency.options, 2);
-    EXPECT_EQ(surface->transparency.clipIndex, 5);
-    EXPECT_EQ(surface->smoothing, 1.5F);
-    EXPECT_EQ(surface->sideFlags, 3);
-    EXPECT_EQ(surface->alphaMode, 2);
-    EXPECT_EQ(surface->alpha, 0.75F);
+        there(read(sub("RFOP", u2(3)) + sub("RIMG", vx(4)) + sub("RSAN", f4(0.5F)) +
+                   sub("TROP", u2(2)) + sub("TIMG", vx(5)) + sub("SMAN", f4(1.5F)) +
+                   sub("SIDE", u2(3)) + sub("ALPH", u2(2) + f4(0.25F)) + sub("AVAL", f4(0.75F))));
+    EXPECT_EQ(numbers(surface->reflection.options, surface->reflection.clipIndex,
+                      surface->reflection.seamAngle, surface->transparency.options,
+                      surface->transparency.clipIndex, surface->smoothing, surface->sideFlags,
+                      surface->alphaMode, surface->alpha),
+              numbers(3, 4, 0.5, 2, 5, 1.5, 3, 2, 0.75));
 }
 
 TEST(Surface, lineTakesWhatItsLengthHasRoomFor) {
@@ -122,22 +90,18 @@ TEST(Surface, lineTakesWhatItsLengthHasRoomFor) {
                  {u2(5) + f4(2), 5, 2, 0},
                  {u2(5) + f4(2) + vx(9), 5, 2, 9}};
     for (const auto &item : cases) {
-        const Surface surface = read(sub("LINE", item.body));
-        ASSERT_NE(surface, nullptr);
-        EXPECT_EQ(surface->line.enabled, 1);
-        EXPECT_EQ(surface->line.flags, item.flags);
-        EXPECT_EQ(surface->line.size.value, item.size);
-        EXPECT_EQ(surface->line.size.envelope, item.envelope);
+        const Surface surface = there(read(sub("LINE", item.body)));
+        const auto &line = surface->line;
+        EXPECT_EQ(numbers(line.enabled, line.flags, line.size.value, line.size.envelope),
+                  numbers(1, item.flags, item.size, item.envelope));
     }
 }
 
 TEST(Surface, oddLengthsArePaddedAndLongOnesSkipped) {
     const Surface surface =
-        read(sub("SIDE", u1(0)) + sub("LUMI", f4(2) + vx(0) + "more") + sub("SMAN", f4(1)));
-    ASSERT_NE(surface, nullptr);
-    EXPECT_EQ(surface->sideFlags, 0);
-    EXPECT_EQ(surface->luminosity.value, 2.0F);
-    EXPECT_EQ(surface->smoothing, 1.0F);
+        there(read(sub("SIDE", u1(0)) + sub("LUMI", f4(2) + vx(0) + "more") + sub("SMAN", f4(1))));
+    EXPECT_EQ(numbers(surface->sideFlags, surface->luminosity.value, surface->smoothing),
+              numbers(0, 2, 1));
 }
 
 TEST(Surface, subChunkTooShortForItsReadsFails) {
@@ -149,8 +113,7 @@ TEST(Surface, subChunkTooShortForItsReadsFails) {
 TEST(Surface, subChunkPastTheEndOfItsChunkIsReadWhole) {
     const std::string body = s0("a") + s0("") + sub("SMAN", f4(1));
     const File file = openBytes(body);
-    const Surface surface(lwGetSurface(file.get(), static_cast<int>(body.size()) - 3));
-    ASSERT_NE(surface, nullptr);
+    const Surface surface(there(lwGetSurface(file.get(), static_cast<int>(body.size()) - 3)));
     EXPECT_EQ(surface->smoothing, 1.0F);
     EXPECT_EQ(std::ftell(file.get()), static_cast<long>(body.size()));
 }
@@ -158,8 +121,7 @@ TEST(Surface, subChunkPastTheEndOfItsChunkIsReadWhole) {
 TEST(Surface, namesAloneTakeWhatFollowsForASubChunk) {
     const std::string names = s0("a") + s0("b");
     const File file = openBytes(names + sub("SIDE", u2(2)));
-    const Surface surface(lwGetSurface(file.get(), static_cast<int>(names.size())));
-    ASSERT_NE(surface, nullptr);
+    const Surface surface(there(lwGetSurface(file.get(), static_cast<int>(names.size()))));
     EXPECT_EQ(surface->sideFlags, 2);
 }
 
@@ -173,28 +135,25 @@ static std::string ordinals(const st_lwTexture *textures) {
 
 TEST(Surface, texturesGoToTheirChannelsByOrdinal) {
     const std::string dropped = texture("x", "XXXX");
-    const Surface surface = read(
+    const Surface surface = there(read(
         texture("\x90", "COLR") + texture("b", "COLR") + texture("", "COLR") +
         texture("a", "COLR") + dropped + texture("1", "LUMI") + texture("2", "DIFF") +
         texture("3", "SPEC") + texture("4", "GLOS") + texture("5", "REFL") + texture("6", "TRAN") +
-        texture("7", "RIND") + texture("8", "TRNL") + texture("9", "BUMP") + texture("8", "BUMP"));
-    ASSERT_NE(surface, nullptr);
-    EXPECT_EQ(ordinals(surface->color.textures), "-ab\x90");
-    EXPECT_EQ(ordinals(surface->luminosity.textures), "1");
-    EXPECT_EQ(ordinals(surface->diffuse.textures), "2");
-    EXPECT_EQ(ordinals(surface->specularity.textures), "3");
-    EXPECT_EQ(ordinals(surface->glossiness.textures), "4");
-    EXPECT_EQ(ordinals(surface->reflection.textures), "5");
-    EXPECT_EQ(ordinals(surface->transparency.textures), "6");
-    EXPECT_EQ(ordinals(surface->eta.textures), "7");
-    EXPECT_EQ(ordinals(surface->translucency.textures), "8");
-    EXPECT_EQ(ordinals(surface->bump.textures), "89");
+        texture("7", "RIND") + texture("8", "TRNL") + texture("9", "BUMP") + texture("8", "BUMP")));
+    std::string text;
+    for (const st_lwTexture *textures :
+         {surface->color.textures, surface->luminosity.textures, surface->diffuse.textures,
+          surface->specularity.textures, surface->glossiness.textures, surface->reflection.textures,
+          surface->transparency.textures, surface->eta.textures, surface->translucency.textures,
+          surface->bump.textures})
+        text += ordinals(textures) + ' ';
+    EXPECT_EQ(text, "-ab\x90 1 2 3 4 5 6 7 8 89 ");
 }
 
 TEST(Surface, shadersStandByOrdinal) {
-    const Surface surface = read(shader("b", sub("FUNC", s0("second") + "data")) +
-                                 shader("a", sub("OTHR", "....") + sub("FUNC", s0("first"))));
-    ASSERT_NE(surface, nullptr);
+    const Surface surface =
+        there(read(shader("b", sub("FUNC", s0("second") + "data")) +
+                   shader("a", sub("OTHR", "....") + sub("FUNC", s0("first")))));
     ASSERT_EQ(surface->shaderCount, 2);
     const st_lwPlugin *first = surface->shaders;
     EXPECT_STREQ(first->ordinal, "a");

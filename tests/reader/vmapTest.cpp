@@ -1,9 +1,6 @@
 #include "tests/reader/readerTest.h"
 
-struct VMapDeleter {
-    void operator()(st_lwVMap *vmap) const { lwFreeVMap(vmap); }
-};
-using VMap = std::unique_ptr<st_lwVMap, VMapDeleter>;
+using VMap = Owned<st_lwVMap>;
 
 static VMap read(const std::string &body, int perPolygon) {
     const File file = openBytes(body);
@@ -19,43 +16,32 @@ static const std::string uv(float u, float v) {
 }
 
 TEST(VMap, rowsLieInOneBlock) {
-    const VMap vmap =
-        read(header(2, "uv") + vx(4) + uv(1, 2) + vx(0x10000) + uv(3, 4) + vx(5) + uv(5, 6), 0);
-    ASSERT_NE(vmap, nullptr);
+    const VMap vmap = there(
+        read(header(2, "uv") + vx(4) + uv(1, 2) + vx(0x10000) + uv(3, 4) + vx(5) + uv(5, 6), 0));
     EXPECT_STREQ(vmap->name, "uv");
-    EXPECT_EQ(vmap->type, lwID("TXUV"));
-    EXPECT_EQ(vmap->dimension, 2);
     ASSERT_EQ(vmap->count, 3);
-    EXPECT_EQ(vmap->perPolygon, 0);
+    EXPECT_EQ(numbers(vmap->type, vmap->dimension, vmap->perPolygon, vmap->pointIndices[0],
+                      vmap->pointIndices[1]),
+              numbers(lwID("TXUV"), 2, 0, 4, 0x10000));
     EXPECT_EQ(vmap->polygonIndices, nullptr);
-    EXPECT_EQ(vmap->pointIndices[0], 4);
-    EXPECT_EQ(vmap->pointIndices[1], 0x10000);
     for (int i = 0; i < 6; i++)
         EXPECT_EQ(vmap->values[0][i], static_cast<float>(i + 1));
     EXPECT_EQ(vmap->values[2], vmap->values[0] + 4);
 }
 
 TEST(VMap, perPolygonEntriesNameTheirPolygon) {
-    const VMap vmap = read(header(1, "w") + vx(4) + vx(7) + f4(0.5F), 1);
-    ASSERT_NE(vmap, nullptr);
+    const VMap vmap = there(read(header(1, "w") + vx(4) + vx(7) + f4(0.5F), 1));
     ASSERT_EQ(vmap->count, 1);
-    EXPECT_EQ(vmap->pointIndices[0], 4);
-    EXPECT_EQ(vmap->polygonIndices[0], 7);
-    EXPECT_EQ(vmap->values[0][0], 0.5F);
+    EXPECT_EQ(numbers(vmap->pointIndices[0], vmap->polygonIndices[0], vmap->values[0][0]),
+              numbers(4, 7, 0.5));
 }
 
-TEST(VMap, dimensionZeroHasEntriesWithoutValues) {
-    const VMap vmap = read(header(0, "") + vx(4) + vx(5), 0);
-    ASSERT_NE(vmap, nullptr);
+TEST(VMap, withoutValuesOrEntriesIsFine) {
+    EXPECT_EQ(there(read(header(65535, "uv"), 1))->count, 0);
+    const VMap vmap = there(read(header(0, "") + vx(4) + vx(5), 0));
     EXPECT_EQ(vmap->count, 2);
     EXPECT_EQ(vmap->values, nullptr);
     EXPECT_EQ(vmap->name, nullptr);
-}
-
-TEST(VMap, noEntriesIsFineWhateverTheDimension) {
-    const VMap vmap = read(header(65535, "uv"), 1);
-    ASSERT_NE(vmap, nullptr);
-    EXPECT_EQ(vmap->count, 0);
 }
 
 TEST(VMap, cutShortFails) {
@@ -67,54 +53,52 @@ TEST(VMap, cutShortFails) {
     EXPECT_EQ(read(header(0, "uv") + vx(0), 1), nullptr);
 }
 
-// Two triangles of four points.
-static std::string triangles() {
-    return chunk("PNTS", f4(0, 0, 0) + f4(0, 1, 0) + f4(1, 1, 0) + f4(1, 0, 0)) +
-           chunk("POLS", "FACE" + u2(3) + vx(0) + vx(3) + vx(1) + u2(3) + vx(2) + vx(1) + vx(3));
-}
+static const std::string triangles = square + twoTriangles;
 
 TEST(VMapReferences, pointKnowsItsEntriesInTheOrderOfTheMaps) {
-    const Object object = loadLWO2(triangles() + chunk("VMAP", header(0, "b") + vx(1) + vx(3)) +
-                                   chunk("VMAP", header(1, "a") + vx(3) + f4(1) + vx(3) + f4(2)));
-    ASSERT_NE(object, nullptr);
+    const Object object =
+        there(loadLWO2(triangles + chunk("VMAP", header(0, "b") + vx(1) + vx(3)) +
+                       chunk("VMAP", header(1, "a") + vx(3) + f4(1) + vx(3) + f4(2))));
     ASSERT_EQ(object->layers->vmapCount, 2);
     const st_lwPoint &point = object->layers->pointList.points[3];
     ASSERT_EQ(point.vmapCount, 3);
+    EXPECT_EQ(numbers(point.vmapRefs[0].index, point.vmapRefs[1].index, point.vmapRefs[2].index,
+                      object->layers->pointList.points[0].vmapCount),
+              numbers(1, 0, 1, 0));
     EXPECT_STREQ(point.vmapRefs[0].vmap->name, "b");
-    EXPECT_EQ(point.vmapRefs[0].index, 1);
     EXPECT_STREQ(point.vmapRefs[1].vmap->name, "a");
-    EXPECT_EQ(point.vmapRefs[1].index, 0);
-    EXPECT_EQ(point.vmapRefs[2].index, 1);
-    EXPECT_EQ(object->layers->pointList.points[0].vmapCount, 0);
     EXPECT_EQ(object->layers->pointList.points[0].vmapRefs, nullptr);
 }
 
 TEST(VMapReferences, cornerKnowsTheEntriesOfItsPolygon) {
-    const Object object = loadLWO2(triangles() + chunk("VMAD", header(1, "a") + vx(1) + vx(1) +
-                                                                   f4(1) + vx(0) + vx(1) + f4(2)));
-    ASSERT_NE(object, nullptr);
+    const Object object = there(loadLWO2(
+        triangles + chunk("VMAD", header(1, "a") + vx(1) + vx(1) + f4(1) + vx(0) + vx(1) + f4(2))));
     const st_lwPolygon *polygons = object->layers->polygonList.polygons;
-    ASSERT_EQ(polygons[1].vertices[1].vmapCount, 1);
-    EXPECT_EQ(polygons[1].vertices[1].vmapRefs[0].index, 0);
+    const st_lwPolygonVertex *corners = polygons[1].vertices;
+    ASSERT_EQ(corners[1].vmapCount, 1);
+    EXPECT_EQ(corners[1].vmapRefs[0].index, 0);
     // Polygon 1 does not use point 0: that entry is dropped.
-    EXPECT_EQ(polygons[1].vertices[0].vmapCount + polygons[1].vertices[2].vmapCount, 0);
-    EXPECT_EQ(polygons[0].vertices[2].vmapCount, 0);
+    EXPECT_EQ(
+        numbers(corners[0].vmapCount, corners[2].vmapCount, polygons[0].vertices[2].vmapCount),
+        numbers(0, 0, 0));
 }
 
 TEST(VMapReferences, indicesAreNotOffset) {
     const Object object =
-        loadLWO2(triangles() + triangles() + chunk("VMAP", header(0, "a") + vx(1)) +
-                 chunk("VMAD", header(0, "b") + vx(1) + vx(0)));
-    ASSERT_NE(object, nullptr);
-    EXPECT_EQ(object->layers->pointList.points[1].vmapCount, 1);
-    EXPECT_EQ(object->layers->pointList.points[5].vmapCount, 0);
-    EXPECT_EQ(object->layers->polygonList.polygons[0].vertices[2].vmapCount, 1);
+        there(loadLWO2(triangles + triangles + chunk("VMAP", header(0, "a") + vx(1)) +
+                       chunk("VMAD", header(0, "b") + vx(1) + vx(0))));
+    EXPECT_EQ(numbers(object->layers->pointList.points[1].vmapCount,
+                      object->layers->pointList.points[5].vmapCount,
+                      object->layers->polygonList.polygons[0].vertices[2].vmapCount),
+              numbers(1, 0, 1));
 }
 
 TEST(VMapReferences, outsideTheListsFails) {
-    EXPECT_EQ(loadLWO2(triangles() + chunk("VMAP", header(0, "a") + vx(4))), nullptr);
-    EXPECT_EQ(loadLWO2(triangles() + chunk("VMAD", header(0, "a") + vx(0) + vx(2))), nullptr);
-    EXPECT_EQ(loadLWO2(chunk("VMAD", header(0, "a") + vx(0) + vx(0))), nullptr);
+    const std::string map = header(0, "a");
+    for (const std::string &chunks :
+         {triangles + chunk("VMAP", map + vx(4)), triangles + chunk("VMAD", map + vx(0) + vx(2)),
+          chunk("VMAD", map + vx(0) + vx(0))})
+        EXPECT_EQ(loadLWO2(chunks), nullptr);
     // The point of a corner is looked for, not looked up.
-    EXPECT_NE(loadLWO2(triangles() + chunk("VMAD", header(0, "a") + vx(99) + vx(0))), nullptr);
+    EXPECT_NE(loadLWO2(triangles + chunk("VMAD", header(0, "a") + vx(99) + vx(0))), nullptr);
 }
