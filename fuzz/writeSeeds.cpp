@@ -1,4 +1,5 @@
 // Writes the first inputs of each target: writeSeeds FOLDER makes FOLDER/lwo2/0, ...
+#include "tests/support/modelParts.h"
 #include "tests/support/sampleModels.h"
 #include "tests/support/targaWriter.h"
 
@@ -7,11 +8,7 @@
 
 using Inputs = std::vector<std::string>;
 
-static std::string texturedSurface() {
-    return chunk("SURF", s0("a") + s0("") + sub("SMAN", f4(1)) +
-                             sampleBlock("IMAP", s0("a") + sub("CHAN", "COLR"),
-                                         sub("PROJ", u2(5)) + sub("IMAG", vx(1))));
-}
+static const std::string texturedSurface = surf("a", sub("SMAN", f4(1)) + colorTexture(1));
 
 // A point in more maps than are looked through one by one.
 static std::string manyMaps() {
@@ -20,7 +17,7 @@ static std::string manyMaps() {
         body += vx(0) + f4(0.5F);
     return form("LWO2", chunk("TAGS", s0("a")) + chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0)) +
                             chunk("POLS", "FACE" + u2(3) + vx(0) + vx(1) + vx(0)) +
-                            chunk("VMAP", body) + texturedSurface());
+                            chunk("VMAP", body) + texturedSurface);
 }
 
 // Polygons of many corners, which come back to their points.
@@ -30,7 +27,7 @@ static std::string manyCorners() {
         polygon += vx(i % 3);
     return form("LWO2", chunk("TAGS", s0("a")) +
                             chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0) + f4(0, 1, 0)) +
-                            chunk("POLS", "FACE" + polygon + polygon) + texturedSurface());
+                            chunk("POLS", "FACE" + polygon + polygon) + texturedSurface);
 }
 
 static Inputs models() {

@@ -1,6 +1,8 @@
 #include "image/targa_image.h"
+#include "tests/support/numbers.h"
 #include "tests/support/targaWriter.h"
 #include "tests/support/testFolder.h"
+#include "tests/support/there.h"
 
 #include <gtest/gtest.h>
 
@@ -40,14 +42,10 @@ static std::string run(unsigned count, const std::string &pixel) {
 }
 
 TEST(TargaImage, plainImageComesAsItLiesInTheFile) {
-    const Image image = load(targa(2, 2, 1, 24, 0x20, "abcdef"));
-    ASSERT_NE(image, nullptr);
-    EXPECT_EQ(image->type, 35);
-    EXPECT_EQ(image->depth, 24);
-    EXPECT_EQ(image->count, 1);
-    EXPECT_EQ(image->orientation, 32);
-    EXPECT_EQ(image->width, 2);
-    EXPECT_EQ(image->height, 1);
+    const Image image = there(load(targa(2, 2, 1, 24, 0x20, "abcdef")));
+    EXPECT_EQ(numbers(image->type, image->depth, image->count, image->orientation, image->width,
+                      image->height),
+              numbers(35, 24, 1, 32, 2, 1));
     EXPECT_STREQ(image->format, "TARGA");
     EXPECT_EQ(image->id, nullptr);
     EXPECT_EQ(pixelsOf(image), "abcdef");
@@ -60,16 +58,15 @@ TEST(TargaImage, typeComesFromTargaTypeAndAlphaBits) {
     } cases[] = {{0, 8, 0x00, 0},   {1, 8, 0x00, 15},  {2, 24, 0x00, 35}, {2, 32, 0x08, 36},
                  {2, 24, 0x01, 36}, {2, 16, 0x20, 35}, {3, 8, 0x00, 1},   {7, 8, 0x00, 1}};
     for (const auto &item : cases) {
-        const Image image = load(targa(item.targaType, 1, 1, item.depth, item.descriptor, "abcd"));
-        ASSERT_NE(image, nullptr);
+        const Image image =
+            there(load(targa(item.targaType, 1, 1, item.depth, item.descriptor, "abcd")));
         EXPECT_EQ(image->type, item.type) << item.targaType << " with " << item.descriptor;
     }
 }
 
 TEST(TargaImage, idComesBeforeThePixels) {
     const std::string pixels(0x0102, 'p'); // both bytes of the width count
-    const Image image = load(targa(3, 0x0102, 1, 8, 0x30, pixels, "hello"));
-    ASSERT_NE(image, nullptr);
+    const Image image = there(load(targa(3, 0x0102, 1, 8, 0x30, pixels, "hello")));
     EXPECT_EQ(image->width, 258);
     EXPECT_EQ(image->orientation, 48);
     EXPECT_STREQ(image->id, "hello");
@@ -101,13 +98,11 @@ TEST(TargaImage, lentBufferIsUsedWhenLargeEnough) {
     const std::string path = testPath("lent.tga");
     writeFile(path, targa(11, 3, 1, 8, 0, run(1, "a")));
     unsigned char buffer[3] = {9, 9, 9};
-    const Image own(targa_image_load(path.c_str(), 2, buffer));
-    ASSERT_NE(own, nullptr);
+    const Image own(there(targa_image_load(path.c_str(), 2, buffer)));
     EXPECT_NE(own->pixels, buffer);
     EXPECT_EQ(buffer[0], 9);
 
-    st_image *image = targa_image_load(path.c_str(), 3, buffer);
-    ASSERT_NE(image, nullptr);
+    st_image *image = there(targa_image_load(path.c_str(), 3, buffer));
     EXPECT_EQ(image->pixels, buffer);
     EXPECT_EQ(buffer[0], 'a');
     EXPECT_EQ(buffer[1] + buffer[2], 0) << "open pixels are zero";
@@ -145,8 +140,7 @@ TEST(TargaRunLength, packetsExpand) {
         {5, 8, raw("ab") + run(2, "c") + raw("d"), "abccd"},
     };
     for (const auto &item : cases) {
-        const Image image = load(targa(10, item.width, 1, item.depth, 0, item.data));
-        ASSERT_NE(image, nullptr);
+        const Image image = there(load(targa(10, item.width, 1, item.depth, 0, item.data)));
         EXPECT_EQ(pixelsOf(image), item.pixels);
     }
 }
@@ -176,8 +170,7 @@ TEST(TargaRunLength, packetsStraddleReadBlocks) {
                  {raw("zzzz").substr(0, 3), {'z', 'z', '\0', '\0'}}};
     for (const auto &item : cases) {
         const auto width = static_cast<unsigned>(pixels.size()) + 4;
-        const Image image = load(targa(11, width, 1, 8, 0, data + item.packet));
-        ASSERT_NE(image, nullptr);
+        const Image image = there(load(targa(11, width, 1, 8, 0, data + item.packet)));
         EXPECT_EQ(pixelsOf(image), pixels + item.pixels);
     }
 }
@@ -204,7 +197,6 @@ TEST(TargaRunLength, refillThatBringsTooLittleEndsDecoding) {
 
 // A raw packet of 128 pixels of 32 bytes is one byte longer than the read block.
 TEST(TargaRunLength, packetThatNeverFitsTheBlockEndsDecoding) {
-    const Image image = load(targa(10, 128, 1, 255, 0, u1(0x7F) + std::string(4096, 'x')));
-    ASSERT_NE(image, nullptr);
+    const Image image = there(load(targa(10, 128, 1, 255, 0, u1(0x7F) + std::string(4096, 'x'))));
     EXPECT_EQ(pixelsOf(image), std::string(4096, '\0'));
 }

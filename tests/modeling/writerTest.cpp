@@ -7,7 +7,10 @@
 #include "tests/support/checkObject.h"
 #include "tests/support/chunkWriter.h"
 #include "tests/support/keptMemory.h"
+#include "tests/support/memoryFile.h"
+#include "tests/support/numbers.h"
 #include "tests/support/testFolder.h"
+#include "tests/support/there.h"
 
 #include <gtest/gtest.h>
 
@@ -15,15 +18,15 @@
 #include <cmath>
 #include <cstdlib>
 
-static st_lwObject *readBytes(const std::string &bytes) {
-    const std::string path = testPath("mesh.lwo");
-    writeFile(path, bytes);
-    st_lwObject *object = lwGetObject(path.c_str(), nullptr, nullptr);
-    EXPECT_EQ(object == nullptr ? "" : objectProblem(*object), "");
+using Object = Owned<st_lwObject>;
+
+static Object readBytes(const std::string &bytes) {
+    Object object = there(Object(lwGetObject(memoryFile(bytes).c_str(), nullptr, nullptr)));
+    EXPECT_EQ(objectProblem(*object), "");
     return object;
 }
 
-static st_lwObject *readBack(const st_mesh &mesh) {
+static Object readBack(const st_mesh &mesh) {
     std::string problem;
     return readBytes(objectBytes(mesh, &problem));
 }
@@ -36,8 +39,7 @@ TEST(ObjectWriter, keepsPointsPolygonsAndSurfaces) {
     addQuad(mesh, red, 0, 1, 2, 3);
     addTriangle(mesh, red, 0, 3, 4);
 
-    st_lwObject *object = readBack(mesh);
-    ASSERT_NE(object, nullptr);
+    const Object object = readBack(mesh);
     EXPECT_EQ(object->layerCount, 1);
     EXPECT_EQ(object->clipCount, 0);
     ASSERT_EQ(object->surfaceCount, 1);
@@ -49,12 +51,12 @@ TEST(ObjectWriter, keepsPointsPolygonsAndSurfaces) {
     ASSERT_EQ(layer.pointList.count, 5);
     EXPECT_EQ(layer.pointList.points[2].position[1], 3);
     ASSERT_EQ(layer.polygonList.count, 2);
-    EXPECT_EQ(layer.polygonList.polygons[0].vertexCount, 4);
-    EXPECT_EQ(layer.polygonList.polygons[1].vertexCount, 3);
-    EXPECT_EQ(layer.polygonList.polygons[1].vertices[2].index, 4);
+    EXPECT_EQ(numbers(layer.polygonList.polygons[0].vertexCount,
+                      layer.polygonList.polygons[1].vertexCount,
+                      layer.polygonList.polygons[1].vertices[2].index,
+                      layer.polygonList.polygons[0].normal[2]),
+              numbers(4, 3, 4, 1));
     EXPECT_EQ(layer.polygonList.polygons[1].surface, object->surfaces);
-    EXPECT_EQ(layer.polygonList.polygons[0].normal[2], 1);
-    freeObjectWhole(object);
 }
 
 // 3---4---5  Two textured quads; the seam between them has u = 1 on the left quad and u = 0 on
@@ -72,8 +74,7 @@ static st_mesh seamedMesh() {
 }
 
 TEST(ObjectWriter, givesSeamsTheirOwnCorners) {
-    st_lwObject *object = readBack(seamedMesh());
-    ASSERT_NE(object, nullptr);
+    const Object object = readBack(seamedMesh());
     const st_lwLayer &layer = *object->layers;
     ASSERT_EQ(layer.vmapCount, 2);
     const st_lwVMap &points = *layer.vmaps;
@@ -83,18 +84,15 @@ TEST(ObjectWriter, givesSeamsTheirOwnCorners) {
     EXPECT_STREQ(corners.name, "skin");
     EXPECT_EQ(corners.perPolygon, 1);
     ASSERT_EQ(corners.count, 2);
-    EXPECT_EQ(corners.pointIndices[0], 1);
-    EXPECT_EQ(corners.polygonIndices[0], 1);
-    EXPECT_EQ(corners.values[0][0], 0);
-    EXPECT_EQ(points.values[1][0], 1);
-    freeObjectWhole(object);
+    EXPECT_EQ(numbers(corners.pointIndices[0], corners.polygonIndices[0], corners.values[0][0],
+                      points.values[1][0]),
+              numbers(1, 1, 0, 1));
 }
 
 TEST(ObjectWriter, namesTheImageOnce) {
     st_mesh mesh = seamedMesh();
     addSurface(mesh, {"other", {1, 1, 1}, 0, "skin.tga"});
-    st_lwObject *object = readBack(mesh);
-    ASSERT_NE(object, nullptr);
+    const Object object = readBack(mesh);
     ASSERT_EQ(object->clipCount, 1);
     EXPECT_STREQ(object->clips->source.still.name, "skin.tga");
     EXPECT_EQ(object->clips->index, 1);
@@ -107,7 +105,6 @@ TEST(ObjectWriter, namesTheImageOnce) {
         EXPECT_EQ(surface->color.textures->param.imageMap.clipIndex, clip);
         surface = surface->next;
     }
-    freeObjectWhole(object);
 }
 
 TEST(ObjectWriter, takesMorePointsThanShortIndicesReach) {
@@ -118,11 +115,9 @@ TEST(ObjectWriter, takesMorePointsThanShortIndicesReach) {
         addPoint(mesh, {static_cast<float>(i), static_cast<float>(i % 2), 0});
     for (int i = 2; i < POINTS; i++)
         addTriangle(mesh, surface, i - 2, i - 1, i);
-    st_lwObject *object = readBack(mesh);
-    ASSERT_NE(object, nullptr);
+    const Object object = readBack(mesh);
     const st_lwPolygonList &polygons = object->layers->polygonList;
     EXPECT_EQ(polygons.polygons[polygons.count - 1].vertices[2].index, POINTS - 1);
-    freeObjectWhole(object);
 }
 
 TEST(ObjectWriter, refusesNamesThatTheRendererCannotKeep) {
@@ -163,40 +158,31 @@ TEST(OldObjectWriter, writesPolygonsWithTheirDetails) {
                                "\0\3\0\0\0\1\0\2\0\2",
                                8 + 14 + 10);
     EXPECT_NE(oldBytes().find(polygons), std::string::npos);
-    st_lwObject *object = readBytes(oldBytes());
-    ASSERT_NE(object, nullptr);
+    const Object object = readBytes(oldBytes());
     const st_lwPolygonList &list = object->layers->polygonList;
     ASSERT_EQ(list.count, 2);
     EXPECT_EQ(list.polygons[1].vertexCount, 3);
     EXPECT_STREQ(list.polygons[1].surface->name, "skin");
-    freeObjectWhole(object);
 }
 
 TEST(OldObjectWriter, describesSurfaces) {
-    st_lwObject *object = readBytes(oldBytes());
-    ASSERT_NE(object, nullptr);
+    const Object object = readBytes(oldBytes());
     ASSERT_EQ(object->surfaceCount, 2);
     EXPECT_EQ(object->surfaces->smoothing, 0);
     const st_lwSurface &skin = *object->surfaces->next;
+    EXPECT_EQ(numbers(skin.smoothing, skin.diffuse.value, skin.specularity.value),
+              numbers(0.5, 1, 0.5));
     EXPECT_FLOAT_EQ(skin.color.rgb[1], 51 / 255.0F);
-    EXPECT_EQ(skin.smoothing, 0.5F);
-    EXPECT_EQ(skin.diffuse.value, 1);
-    EXPECT_EQ(skin.specularity.value, 0.5F);
     EXPECT_NEAR(skin.glossiness.value, 0.2F, 0.0001F);
-    freeObjectWhole(object);
 }
 
 TEST(OldObjectWriter, letsAPictureMove) {
-    st_lwObject *object = readBytes(oldBytes());
-    ASSERT_NE(object, nullptr);
-    const st_lwTexture *texture = object->surfaces->next->color.textures;
-    ASSERT_NE(texture, nullptr);
-    EXPECT_EQ(texture->param.imageMap.projection, 0);
-    EXPECT_EQ(texture->axis, 1);
-    EXPECT_EQ(texture->tmap.size.value[2], 4);
-    EXPECT_EQ(texture->tmap.center.value[0], 5);
-    const st_lwClip *clip = lwFindClip(object->clips, texture->param.imageMap.clipIndex);
-    ASSERT_NE(clip, nullptr);
+    const Object object = readBytes(oldBytes());
+    const st_lwTexture *texture = there(object->surfaces->next->color.textures);
+    EXPECT_EQ(numbers(texture->param.imageMap.projection, texture->axis,
+                      texture->tmap.size.value[2], texture->tmap.center.value[0]),
+              numbers(0, 1, 4, 5));
+    const st_lwClip *clip = there(lwFindClip(object->clips, texture->param.imageMap.clipIndex));
     EXPECT_STREQ(clip->source.still.name, "skin.tga");
     ASSERT_EQ(object->envelopeCount, 3);
     const float later[3] = {5 + 15, 6, 7 - 30}; // after the thirty frames of a second
@@ -207,7 +193,6 @@ TEST(OldObjectWriter, letsAPictureMove) {
         EXPECT_EQ(envelope->keys->value, texture->tmap.center.value[axis]);
         EXPECT_EQ(envelope->keys->next->value, later[axis]);
     }
-    freeObjectWhole(object);
 }
 
 TEST(OldObjectWriter, refusesMorePointsThanItsIndicesReach) {
@@ -251,12 +236,9 @@ TEST(TargaWriter, isReadBackInEveryLayout) {
     for (const LayoutCase &expected : cases) {
         const std::string path = testPath("small.tga");
         writeFile(path, targaBytes(smallPicture(), expected.layout));
-        st_image *image = targa_image_read(path.c_str());
-        ASSERT_NE(image, nullptr);
-        EXPECT_EQ(image->type, expected.type);
-        EXPECT_EQ(image->orientation, expected.orientation);
-        EXPECT_EQ(image->width, 4);
-        EXPECT_EQ(image->height, 2);
+        st_image *image = there(targa_image_read(path.c_str()));
+        EXPECT_EQ(numbers(image->type, image->orientation, image->width, image->height),
+                  numbers(expected.type, expected.orientation, 4, 2));
         EXPECT_EQ(
             std::string(reinterpret_cast<const char *>(image->pixels), expected.pixels.size()),
             expected.pixels);

@@ -9,41 +9,12 @@
 #include "tests/support/memoryFile.h"
 #include "tests/support/numbers.h"
 #include "tests/support/testFolder.h"
+#include "tests/support/there.h"
 
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <stdexcept>
-
-// Ends a record with all that the reader leaves allocated.
-struct Release {
-    void operator()(std::FILE *file) const { std::fclose(file); }
-    void operator()(st_lwObject *object) const { freeObjectWhole(object); }
-    void operator()(st_lwEnvelope *envelope) const { lwFreeEnvelope(envelope); }
-    void operator()(st_lwVMap *vmap) const { lwFreeVMap(vmap); }
-    void operator()(st_lwClip *clip) const {
-        freeClipSource(*clip);
-        lwFreeClip(clip);
-    }
-    void operator()(st_lwTexture *texture) const {
-        freeTextureNames(*texture);
-        lwFreeTexture(texture);
-    }
-    void operator()(st_lwSurface *surface) const {
-        freeSurfaceNames(*surface);
-        lwFreeSurface(surface);
-    }
-};
-template <typename Record> using Owned = std::unique_ptr<Record, Release>;
 using File = Owned<std::FILE>;
 using Object = Owned<st_lwObject>;
-
-// The test is over when there is none.
-template <typename Pointer> Pointer there(Pointer pointer) {
-    if (pointer == nullptr)
-        throw std::runtime_error("there is nothing");
-    return pointer;
-}
 
 // A file of these bytes, at its start, with flen at 0.
 inline File openBytes(const std::string &bytes) {

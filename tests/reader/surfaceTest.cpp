@@ -8,15 +8,12 @@ static Surface read(const std::string &subChunks) {
 }
 
 static std::string texture(const std::string &ordinal, const std::string &channel) {
-    const std::string header = s0(ordinal) + sub("CHAN", channel);
-    return sub("BLOK",
-               "IMAP" + u2(static_cast<unsigned>(header.size())) + header + sub("PROJ", u2(5)));
+    return sub("BLOK", sub("IMAP", s0(ordinal) + sub("CHAN", channel)) + sub("PROJ", u2(5)));
 }
 
 // A shader block: header with ENAB last, then FUNC.
 static std::string shader(const std::string &ordinal, const std::string &function) {
-    const std::string header = s0(ordinal) + sub("ENAB", u2(1));
-    return sub("BLOK", "SHDR" + u2(static_cast<unsigned>(header.size())) + header + function);
+    return sub("BLOK", sub("SHDR", s0(ordinal) + sub("ENAB", u2(1))) + function);
 }
 
 // All of a surface but its names, for comparisons.

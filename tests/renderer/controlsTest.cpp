@@ -99,13 +99,12 @@ TEST(Selectors, changeTheSelectedSubObjectOnly) {
         subVisibleState(model, 0, 1, selector);
         subFillColor(model, color, 1, selector);
     }
+    EXPECT_EQ(numbers(subObjs[0].visible, subObjs[1].visible, subObjs[1].colorsDirty),
+              numbers(0, 1, 0));
     EXPECT_EQ(floats(subObjs[0].fillColor, 3), (Floats{1, 0.5F, 0}));
-    EXPECT_EQ(subObjs[0].visible, 0);
     EXPECT_EQ(floats(subObjs[0].colors[1][1], 4), (Floats{1, 0.5F, 0, 1}));
     EXPECT_EQ(floats(subObjs[0].colors[0][1], 4), Floats(4, 0));
     EXPECT_EQ(floats(subObjs[1].fillColor, 3), (Floats{0.5F, 0.25F, 1}));
-    EXPECT_EQ(subObjs[1].visible, 1);
-    EXPECT_EQ(subObjs[1].colorsDirty, 0);
 }
 
 TEST(Mirror, negatesXInBothLayouts) {

@@ -41,8 +41,7 @@ TEST(Digest, generatedModelsStayTheSame) {
     };
     int number = 0;
     for (const auto &model : models) {
-        const st_lwoObj *made = makeModel(model.plan);
-        ASSERT_NE(made, nullptr);
+        const st_lwoObj *made = there(makeModel(model.plan));
         for (int i = 0; i < made->rObjCount; i++)
             made->rObjs[i].dir[0] = '\0'; // another one in every run
         EXPECT_EQ(modelDigest(*made), model.digest) << "model " << number;

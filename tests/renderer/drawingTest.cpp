@@ -75,10 +75,10 @@ TEST(Drawing, firstDrawInAContextMakesItsTextures) {
     st_lwoObj *model = loadModel(TRIANGLE, 2);
     resetGlRecorder();
     drawLwo(model, 1);
+    EXPECT_EQ(numbers(model->contextReady[0], model->contextReady[1],
+                      model->rObjs[0].celShading->textureIds[1]),
+              numbers(0, 1, 1));
     EXPECT_EQ(glTexts()[0], "glGenTextures(1)");
-    EXPECT_EQ(model->contextReady[0], 0);
-    EXPECT_EQ(model->contextReady[1], 1);
-    EXPECT_EQ(model->rObjs[0].celShading->textureIds[1], 1U);
     drawLwo(model, 1);
     EXPECT_EQ(glTexts("glGenTextures").size(), 1U);
 }
@@ -142,10 +142,9 @@ TEST(Drawing, separateArraysReadTheNormalsAsTextureCoordinates) {
                "glEnableClientState(GL_COLOR_ARRAY)", "glColorPointer(4, GL_FLOAT, 0)",
                "glEnableClientState(GL_NORMAL_ARRAY)", "glNormalPointer(GL_FLOAT, 24)",
                "glEnableClientState(GL_VERTEX_ARRAY)", "glVertexPointer(3, GL_FLOAT, 24)"}));
-    EXPECT_EQ(glCalls[3].pointer, vertices);
-    EXPECT_EQ(glCalls[5].pointer, colors);
-    EXPECT_EQ(glCalls[7].pointer, vertices);
-    EXPECT_EQ(glCalls[9].pointer, vertices + 3);
+    const float *const pointers[] = {vertices, colors, vertices, vertices + 3};
+    for (std::size_t i = 0; i < 4; i++)
+        EXPECT_EQ(glCalls[3 + 2 * i].pointer, pointers[i]) << i;
 }
 
 TEST(GlErrors, areReportedOneAtATime) {

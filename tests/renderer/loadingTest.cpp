@@ -19,21 +19,18 @@ static std::string failureOf(const std::string &path) {
 
 // The other defaults show in what is drawn and dumped.
 TEST(Loading, freshModelHasItsDefaults) {
-    const st_lwoObj *model = loadModel(TRIANGLE, 2);
-    ASSERT_NE(model, nullptr);
-    EXPECT_EQ(model->rObjCount, 1);
+    const st_lwoObj *model = there(loadModel(TRIANGLE, 2));
     for (const int ready : model->contextReady)
         EXPECT_EQ(ready, 0);
-    EXPECT_EQ(model->rObjs[0].contextCount, 2);
-    EXPECT_EQ(model->rObjs[0].textureEnabled, 0);
-    EXPECT_EQ(model->rObjs[0].textures, nullptr);
+    const st_rObj &rObj = model->rObjs[0];
+    EXPECT_EQ(numbers(model->rObjCount, rObj.contextCount, rObj.textureEnabled), numbers(1, 2, 0));
+    EXPECT_EQ(rObj.textures, nullptr);
 }
 
 TEST(Loading, everyLayerGetsARenderObjectWithAllSurfaces) {
     const st_lwoObj *model =
-        loadModel(polygonTags({"a", "b"}, {}) + surf("a") + surf("b") + layr(0) + TRIANGLE +
-                  layr(1) + QUAD + chunk("PTAG", "SURF" + vx(0) + vx(1)));
-    ASSERT_NE(model, nullptr);
+        there(loadModel(polygonTags({"a", "b"}, {}) + surf("a") + surf("b") + layr(0) + TRIANGLE +
+                        layr(1) + QUAD + chunk("PTAG", "SURF" + vx(0) + vx(1))));
     ASSERT_EQ(model->rObjCount, 2);
     const int expected[2][2][2] = {{{1, 0}, {0, 0}}, {{0, 0}, {0, 1}}};
     for (int i = 0; i < 2; i++) {
@@ -55,8 +52,7 @@ TEST(Loading, directoryIsWhatStandsBeforeTheLastSeparator) {
                  {"disk:c.lwo", "disk"}, {":c.lwo", "./"}, {"lwo//c.lwo", "lwo/"}};
     for (const auto &item : cases) {
         writeFile(item.path, form("LWO2", TRIANGLE));
-        const st_lwoObj *model = keep(newLwoObj(item.path, 1));
-        ASSERT_NE(model, nullptr) << item.path;
+        const st_lwoObj *model = there(keep(newLwoObj(item.path, 1)));
         EXPECT_STREQ(model->rObjs[0].dir, item.dir) << item.path;
     }
     std::filesystem::current_path(before);
@@ -97,8 +93,7 @@ TEST(Loading, directoryMustFitItsField) {
         std::filesystem::create_directories(dir);
         writeFile(dir + "/m.lwo", form("LWO2", TRIANGLE));
     }
-    const st_lwoObj *model = keep(newLwoObj((fitting + "/m.lwo").c_str(), 1));
-    ASSERT_NE(model, nullptr);
+    const st_lwoObj *model = there(keep(newLwoObj((fitting + "/m.lwo").c_str(), 1)));
     EXPECT_EQ(model->rObjs[0].dir, fitting);
     const std::string tooLong = fitting + "d/m.lwo";
     EXPECT_EQ(failureOf(tooLong), "lwoRenderer> Couldn't load " + tooLong + ".\n");

@@ -38,8 +38,7 @@ static int levelAt(st_lwoLodObj *lod, float distance) {
 
 TEST(Lod, loadsNumberedFilesUntilOneIsMissing) {
     std::string printed;
-    const st_lwoLodObj *lod = loadSet(3, &printed);
-    ASSERT_NE(lod, nullptr);
+    const st_lwoLodObj *lod = there(loadSet(3, &printed));
     EXPECT_EQ(printed, "lwoRenderer> Couldn't load m.lwo3.\n"
                        "lwoRenderer> New lwoLodObj with 3 objects created\n");
     EXPECT_EQ(lod->count, 3);
@@ -101,20 +100,16 @@ TEST(Lod, aSingleLevelIsAlwaysChosen) {
 
 TEST(Lod, syncCopiesTheTransform) {
     st_lwoLodObj *lod = loadSet(3);
-    for (int i = 0; i < 3; i++) {
-        lod->objs[0]->position[i] = 1;
-        lod->objs[0]->rotAxis[i] = 2;
-        lod->objs[0]->scale[i] = 3;
-    }
+    for (float *vector : {lod->objs[0]->position, lod->objs[0]->rotAxis, lod->objs[0]->scale})
+        for (int i = 0; i < 3; i++)
+            vector[i] = static_cast<float>(i + 1);
     lod->objs[0]->rotAngle = 4;
     lod->objs[0]->useTransform = 0;
     syncLodObjs(lod);
-    for (int k = 1; k < 3; k++) {
-        EXPECT_EQ(floats(lod->objs[k]->position, 3), Floats(3, 1));
-        EXPECT_EQ(floats(lod->objs[k]->rotAxis, 3), Floats(3, 2));
-        EXPECT_EQ(floats(lod->objs[k]->scale, 3), Floats(3, 3));
-        EXPECT_EQ(lod->objs[k]->rotAngle, 4);
-        EXPECT_EQ(lod->objs[k]->useTransform, 0);
+    for (const st_lwoObj *level : {lod->objs[1], lod->objs[2]}) {
+        for (const float *vector : {level->position, level->rotAxis, level->scale})
+            EXPECT_EQ(floats(vector, 3), (Floats{1, 2, 3}));
+        EXPECT_EQ(numbers(level->rotAngle, level->useTransform), numbers(4, 0));
     }
 }
 

@@ -21,12 +21,10 @@ TEST(Textures, clipsAreLookedUpBesideTheModelUnderTheirBaseName) {
     const char *names[] = {"wood.tga", "D:/images/wood.tga", "a/b:wood.tga", "disk:wood.tga"};
     for (const char *name : names) {
         const st_lwoObj *model = loadModel(TRIANGLE + stillClip(7, name), 2);
-        const st_texTable *table = model->rObjs[0].textures;
-        ASSERT_NE(table, nullptr);
-        EXPECT_EQ(table->count, 1);
-        EXPECT_EQ(table->contextCount, 2);
-        EXPECT_EQ(table->scale, 1.0F);
-        EXPECT_EQ(table->entries[0].clipIndex, 7);
+        const st_texTable *table = there(model->rObjs[0].textures);
+        EXPECT_EQ(
+            numbers(table->count, table->contextCount, table->scale, table->entries[0].clipIndex),
+            numbers(1, 2, 1, 7));
         EXPECT_EQ(table->entries[0].failed, 0) << name;
         EXPECT_EQ(table->entries[0].image->type, IMAGE_BGR);
     }
@@ -44,8 +42,7 @@ TEST(Textures, everyKindOfClipIsLookedUpUnderItsFirstString) {
                  {sub("STIL", s0("dir/")), 1},
                  {sub("WHAT", s0("a.tga")), 1}};
     for (const auto &item : cases) {
-        const st_lwoObj *model = loadModel(TRIANGLE + chunk("CLIP", u4(1) + item.source));
-        ASSERT_NE(model, nullptr);
+        const st_lwoObj *model = there(loadModel(TRIANGLE + chunk("CLIP", u4(1) + item.source)));
         EXPECT_EQ(model->rObjs[0].textures->entries[0].failed, item.failed) << item.source;
     }
 }

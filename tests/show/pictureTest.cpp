@@ -2,8 +2,10 @@
 #include "hosts/offscreen/glutCalls.h"
 #include "renderer/lwoRenderer.h"
 #include "tests/support/checkModel.h"
-#include "tests/support/chunkWriter.h"
+#include "tests/support/modelParts.h"
+#include "tests/support/targaWriter.h"
 #include "tests/support/testFolder.h"
+#include "tests/support/there.h"
 
 #include <GL/glut.h>
 #include <gtest/gtest.h>
@@ -23,30 +25,17 @@ constexpr Color WHITE = {255, 255, 255};
 
 // ---------------------------------------------------------------------------- models
 
-static std::string uvTexture() {
-    const std::string header = s0("a") + sub("CHAN", "COLR");
-    return sub("BLOK", "IMAP" + u2(static_cast<unsigned>(header.size())) + header +
-                           sub("PROJ", u2(5)) + sub("IMAG", vx(1)) + sub("VMAP", s0("skin")));
-}
-
 // The square from (-1, -1) to (1, 1), facing +z unless turned, in one surface named "skin".
 static std::string square(const std::string &surface, bool turned = false) {
-    const std::string corners =
-        turned ? vx(0) + vx(3) + vx(2) + vx(1) : vx(0) + vx(1) + vx(2) + vx(3);
-    const std::string points = f4(-1, -1, 0) + f4(1, -1, 0) + f4(1, 1, 0) + f4(-1, 1, 0);
-    const std::string uv = vx(0) + f4(0) + f4(0) + vx(1) + f4(1) + f4(0) + vx(2) + f4(1) + f4(1) +
-                           vx(3) + f4(0) + f4(1);
-    return form("LWO2", chunk("TAGS", s0("skin")) + chunk("PNTS", points) +
-                            chunk("VMAP", "TXUV" + u2(2) + s0("skin") + uv) +
-                            chunk("POLS", "FACE" + u2(4) + corners) +
-                            chunk("PTAG", "SURF" + vx(0) + vx(0)) +
-                            chunk("SURF", s0("skin") + s0("") + surface));
+    return pnts({-1, -1, 0, 1, -1, 0, 1, 1, 0, -1, 1, 0}) +
+           vmap("skin", 2, {0, 0, 1, 0, 1, 1, 0, 1}) +
+           pols({turned ? std::vector<unsigned>{0, 3, 2, 1} : std::vector<unsigned>{0, 1, 2, 3}}) +
+           polygonTags({"skin"}, {0}) + surf("skin", surface);
 }
 
 // The same with an image for its texture.
 static std::string texturedSquare(const std::string &surface) {
-    const std::string plain = square(surface + uvTexture()).substr(12);
-    return form("LWO2", plain + chunk("CLIP", u4(1) + sub("STIL", s0("skin.tga"))));
+    return square(surface + colorTexture(1)) + stillClip(1, "skin.tga");
 }
 
 static std::string color(float r, float g, float b) {
@@ -54,9 +43,6 @@ static std::string color(float r, float g, float b) {
 }
 
 // ---------------------------------------------------------------------------- images
-
-constexpr unsigned TGA_TRUE_COLOR = 2;
-constexpr unsigned TGA_RUN_LENGTH = 8;
 
 static std::string bgr(const Color &c, bool alpha) {
     const auto byte = [](int value) { return u1(static_cast<unsigned>(value)); };
@@ -71,9 +57,8 @@ static std::string fourBlocks(bool topFirst, bool alpha, bool runs) {
         for (const Color &block : blocks[(row < 4) == topFirst ? 1 : 0])
             for (int pixel = 0; pixel < (runs ? 1 : 4); pixel++)
                 pixels += (runs ? u1(0x83) : "") + bgr(block, alpha);
-    return u1(0) + u1(0) + u1(TGA_TRUE_COLOR | (runs ? TGA_RUN_LENGTH : 0)) + std::string(9, '\0') +
-           u1(8) + u1(0) + u1(8) + u1(0) + u1(alpha ? 32 : 24) +
-           u1((topFirst ? 0x20 : 0) | (alpha ? 8 : 0)) + pixels;
+    return targa(runs ? 10 : 2, 8, 8, alpha ? 32 : 24, (topFirst ? 0x20 : 0) | (alpha ? 8 : 0),
+                 pixels);
 }
 
 // --------------------------------------------------------------------------- picture
@@ -96,10 +81,10 @@ static void openContext() {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 }
 
-static st_lwoObj *load(const std::string &model) {
+static st_lwoObj *load(const std::string &chunks) {
     const std::string path = testPath("picture.lwo");
-    writeFile(path, model);
-    st_lwoObj *loaded = newLwoObj(path.c_str(), 1);
+    writeFile(path, form("LWO2", chunks));
+    st_lwoObj *loaded = there(newLwoObj(path.c_str(), 1));
     EXPECT_EQ(modelProblem(*loaded), "");
     return loaded;
 }
@@ -127,7 +112,6 @@ TEST(Picture, textureStandsUprightHoweverItsFileIsLaidOut) {
                 openContext();
                 writeFile(testPath("skin.tga"), fourBlocks(topFirst, alpha, runs));
                 st_lwoObj *model = load(texturedSquare(color(1, 1, 1)));
-                ASSERT_NE(model, nullptr);
                 drawLwo(model, 0);
                 EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
                 expectNear(pixelAt(-0.5, -0.5), RED, "bottom left");
@@ -141,7 +125,6 @@ TEST(Picture, surfaceColorTintsItsTexture) {
     openContext();
     writeFile(testPath("skin.tga"), fourBlocks(false, false, false));
     st_lwoObj *model = load(texturedSquare(color(0.5F, 0.25F, 0)));
-    ASSERT_NE(model, nullptr);
     drawLwo(model, 0);
     // Headlight and global ambient together: 1.2 times the colour.
     expectNear(pixelAt(0.5, 0.5), {153, 77, 0}, "white texels");
@@ -152,7 +135,6 @@ TEST(Picture, facesTowardTheEyeAreLitAndFacesTurnedAwayAreDark) {
     for (const bool turned : {false, true}) {
         openContext();
         st_lwoObj *model = load(square(color(0.5F, 0.25F, 0), turned));
-        ASSERT_NE(model, nullptr);
         drawLwo(model, 0);
         expectNear(pixelAt(0, 0), turned ? Color{26, 13, 0} : Color{153, 77, 0},
                    turned ? "turned" : "facing");
@@ -162,7 +144,6 @@ TEST(Picture, facesTowardTheEyeAreLitAndFacesTurnedAwayAreDark) {
 TEST(Picture, unlitModelShowsItsOwnColor) {
     openContext();
     st_lwoObj *model = load(square(color(0.5F, 0.25F, 0)));
-    ASSERT_NE(model, nullptr);
     model->rObjs[0].lighting = 0;
     drawLwo(model, 0);
     expectNear(pixelAt(0, 0), {128, 64, 0}, "unlit");
@@ -170,7 +151,6 @@ TEST(Picture, unlitModelShowsItsOwnColor) {
 
 TEST(Picture, cornerColorsShowOnceTheBuffersAreSwitched) {
     st_lwoObj *model = load(square(color(1, 1, 1)));
-    ASSERT_NE(model, nullptr);
     model->rObjs[0].lighting = 0;
     st_subObj &skin = model->rObjs[0].subObjs[0];
     const float green[4] = {0, 1, 0, 1};
@@ -187,7 +167,6 @@ TEST(Picture, cornerColorsShowOnceTheBuffersAreSwitched) {
 TEST(Picture, transformMovesTurnsAndScalesInThatOrder) {
     openContext();
     st_lwoObj *model = load(square(color(1, 1, 1)));
-    ASSERT_NE(model, nullptr);
     model->position[0] = 0.5F;
     model->rotAxis[2] = 1.0F;
     model->rotAngle = 90.0F;

@@ -4,7 +4,9 @@
 
 #include "reader/lwo2.h"
 
+#include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -69,3 +71,24 @@ inline void freeObjectWhole(st_lwObject *object) {
         freeSurfaceNames(*surface);
     lwFreeObject(object);
 }
+
+// Frees whatever the reader gives out, and what it leaves behind with it.
+struct Release {
+    void operator()(std::FILE *file) const { std::fclose(file); }
+    void operator()(st_lwObject *object) const { freeObjectWhole(object); }
+    void operator()(st_lwEnvelope *envelope) const { lwFreeEnvelope(envelope); }
+    void operator()(st_lwVMap *vmap) const { lwFreeVMap(vmap); }
+    void operator()(st_lwClip *clip) const {
+        freeClipSource(*clip);
+        lwFreeClip(clip);
+    }
+    void operator()(st_lwTexture *texture) const {
+        freeTextureNames(*texture);
+        lwFreeTexture(texture);
+    }
+    void operator()(st_lwSurface *surface) const {
+        freeSurfaceNames(*surface);
+        lwFreeSurface(surface);
+    }
+};
+template <typename Record> using Owned = std::unique_ptr<Record, Release>;

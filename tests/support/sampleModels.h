@@ -8,7 +8,7 @@
 
 inline std::string sampleBlock(const std::string &type, const std::string &header,
                                const std::string &subChunks) {
-    return sub("BLOK", type + u2(static_cast<unsigned>(header.size())) + header + subChunks);
+    return sub("BLOK", sub(type, header) + subChunks);
 }
 
 // Two layers, several chunks of a kind, tags, maps of both kinds.

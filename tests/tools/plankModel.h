@@ -6,16 +6,12 @@
 //   0 ----- 1
 #pragma once
 
-#include "tests/support/chunkWriter.h"
+#include "tests/support/modelParts.h"
 #include "tests/support/targaWriter.h"
 #include "tests/support/testFolder.h"
 
 #include <filesystem>
 #include <string>
-
-inline std::string stillClip(unsigned index, const std::string &file) {
-    return chunk("CLIP", u4(index) + sub("STIL", s0(file)));
-}
 
 // A colour texture; projection 5 is UV. header: more sub-chunks of the block's header.
 inline std::string imageMap(unsigned clip, unsigned projection = 5,
@@ -23,10 +19,6 @@ inline std::string imageMap(unsigned clip, unsigned projection = 5,
     return sub("BLOK", sub("IMAP", s0("o") + sub("CHAN", "COLR") + header) +
                            sub("PROJ", u2(projection)) + sub("IMAG", vx(clip)) +
                            sub("VMAP", s0("planks")));
-}
-
-inline std::string surf(const std::string &name, const std::string &more) {
-    return chunk("SURF", s0(name) + s0("") + sub("COLR", f4(0.5F, 0.25F, 1) + vx(0)) + more);
 }
 
 // Entries of a vertex map for points 0 to count - 1, of all the same value; for the corners of a
