@@ -1,5 +1,6 @@
 // Keyboard and mouse.
 #include "tests/driver/recordedShow.h"
+#include "tests/support/numbers.h"
 
 #include <gtest/gtest.h>
 
@@ -24,12 +25,9 @@ TEST(Mouse, leftDragTurnsAQuarterDegreeAPixel) {
     yRot = 20.0F;
     mouse(0, 0, 100, 200);
     motion(104, 202);
-    EXPECT_FLOAT_EQ(xRot, 10.5F);
-    EXPECT_FLOAT_EQ(yRot, 21.0F);
+    EXPECT_EQ(numbers(xRot, yRot, z), numbers(10.5, 21, 0));
     motion(100, 198);
-    EXPECT_FLOAT_EQ(xRot, 9.5F);
-    EXPECT_FLOAT_EQ(yRot, 20.0F);
-    EXPECT_FLOAT_EQ(z, 0.0F);
+    EXPECT_EQ(numbers(xRot, yRot, z), numbers(9.5, 20, 0));
 }
 
 TEST(Mouse, rightDragZoomsHalfAUnitAPixel) {
@@ -37,9 +35,7 @@ TEST(Mouse, rightDragZoomsHalfAUnitAPixel) {
     z = 1.0F;
     mouse(2, 0, 0, 10);
     motion(50, 13);
-    EXPECT_FLOAT_EQ(z, 2.5F);
-    EXPECT_FLOAT_EQ(xRot, 0.0F);
-    EXPECT_FLOAT_EQ(yRot, 0.0F);
+    EXPECT_EQ(numbers(xRot, yRot, z), numbers(0, 0, 2.5));
 }
 
 TEST(Mouse, releaseOfAnyButtonEndsTheDragAndOthersStartNone) {
@@ -47,12 +43,9 @@ TEST(Mouse, releaseOfAnyButtonEndsTheDragAndOthersStartNone) {
     mouse(0, 0, 1, 2);
     EXPECT_EQ(mouseState, 1);
     mouse(1, 0, 3, 4); // the middle button: only its place is noted
-    EXPECT_EQ(mouseState, 1);
-    EXPECT_EQ(xCenter, 3);
-    EXPECT_EQ(yCenter, 4);
+    EXPECT_EQ(numbers(mouseState, xCenter, yCenter), numbers(1, 3, 4));
     mouse(2, 1, 5, 6);
     EXPECT_EQ(mouseState, 0);
     motion(100, 100);
-    EXPECT_FLOAT_EQ(xRot, 0.0F);
-    EXPECT_FLOAT_EQ(z, 0.0F);
+    EXPECT_EQ(numbers(xRot, z), numbers(0, 0));
 }

@@ -17,37 +17,28 @@ TEST(StartUp, makesWindowStateLightsMusicAndCallbacksInThisOrder) {
     resetShow();
     EXPECT_EQ(runShow(0, nullptr), 0);
     EXPECT_EQ(glTexts(),
-              (Texts{"glutInit(0)",
-                     "glutInitDisplayMode(18)",
-                     "glutInitWindowPosition(100, 100)",
+              (Texts{"glutInit(0)", "glutInitDisplayMode(18)", "glutInitWindowPosition(100, 100)",
                      "glutInitWindowSize(800, 600)",
                      "glutCreateWindow(k7-orvo-----VALMORINE____2003____INVITRO-----ovro-7k)",
-                     "glEnable(GL_LIGHTING)",
-                     "glEnable(GL_DEPTH_TEST)",
-                     "glEnable(GL_TEXTURE_2D)",
-                     "glClearColor(0, 0, 0, 0)",
-                     "FSOUND_Init(44100, 32, 0)",
+                     // state and music
+                     "glEnable(GL_LIGHTING)", "glEnable(GL_DEPTH_TEST)", "glEnable(GL_TEXTURE_2D)",
+                     "glClearColor(0, 0, 0, 0)", "FSOUND_Init(44100, 32, 0)",
                      "FSOUND_Stream_OpenFile(msx/ferrol_-_tamo_lani_rete.ogg, 131376, 0)",
-                     "glEnable(GL_LIGHT0)",
-                     "glLightfv(GL_LIGHT1, GL_AMBIENT, 0.1, 0.1, 0.1, -1)",
+                     // lights
+                     "glEnable(GL_LIGHT0)", "glLightfv(GL_LIGHT1, GL_AMBIENT, 0.1, 0.1, 0.1, -1)",
                      "glLightfv(GL_LIGHT1, GL_DIFFUSE, 1, 1, 0.3, -1)",
                      "glLightfv(GL_LIGHT1, GL_POSITION, 0, 2, 1, 1)",
                      "glLightfv(GL_LIGHT1, GL_SPOT_DIRECTION, 0, -1, 0)",
                      "glLightf(GL_LIGHT1, GL_SPOT_EXPONENT, 15)",
-                     "glLightf(GL_LIGHT1, GL_SPOT_CUTOFF, 10)",
-                     "glEnable(GL_LIGHT1)",
+                     "glLightf(GL_LIGHT1, GL_SPOT_CUTOFF, 10)", "glEnable(GL_LIGHT1)",
                      "glLightfv(GL_LIGHT2, GL_POSITION, 0, 1, 1, 1)",
                      "glLightfv(GL_LIGHT2, GL_AMBIENT, 0.2, 0.2, 0.2, 1)",
-                     "glLightfv(GL_LIGHT2, GL_DIFFUSE, 0.2, 0.2, 0.2, 1)",
-                     "glEnable(GL_LIGHT2)",
+                     "glLightfv(GL_LIGHT2, GL_DIFFUSE, 0.2, 0.2, 0.2, 1)", "glEnable(GL_LIGHT2)",
                      "FSOUND_Stream_Play(1, stream)",
-                     "glutDisplayFunc(display)",
-                     "glutKeyboardFunc(keyboard)",
-                     "glutMotionFunc(motion)",
-                     "glutIdleFunc(display)",
-                     "glutReshapeFunc(reshape)",
-                     "glutFullScreen()",
-                     "glutMainLoop()"}));
+                     // callbacks
+                     "glutDisplayFunc(display)", "glutKeyboardFunc(keyboard)",
+                     "glutMotionFunc(motion)", "glutIdleFunc(display)", "glutReshapeFunc(reshape)",
+                     "glutFullScreen()", "glutMainLoop()"}));
     EXPECT_EQ(loadedPaths, modelPaths);
 }
 

@@ -14,32 +14,21 @@ using Texts = std::vector<std::string>;
 
 TEST(Display, firstFrameCallByCall) {
     resetShow();
-    EXPECT_EQ(frameTexts(), (Texts{"glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT)",
-                                   "glClearColor(0.3, 0.3, 0.3, 0)",
-                                   "FSOUND_SetVolume(1, 0)",
-                                   "glLoadIdentity()",
-                                   "glTranslatef(0, -0.23, -6.3)",
-                                   "glRotatef(0, 0, 1, 0)",
-                                   "glRotatef(0, 1, 0, 0)",
-                                   "glPushMatrix()",
-                                   "glTranslatef(-1.3, -0.7, 3)",
-                                   "glRotatef(0, 1, 1, 1)",
-                                   "drawLwo(k7, 0)",
-                                   "glPopMatrix()",
-                                   "glRotatef(0, 1, 0, 0)",
-                                   "glRotatef(0, 0, 1, 0)",
-                                   "glCullFace(GL_FRONT)",
-                                   "glEnable(GL_CULL_FACE)",
-                                   "glDepthFunc(GL_LEQUAL)",
-                                   "drawLwo(tree3d, 0)",
-                                   "drawLwo(box4, 0)",
-                                   "drawLwo(grass, 0)",
-                                   "drawLwo(skylt, 0)",
-                                   "glPushMatrix()",
-                                   "glTranslatef(2.4, -1.4, -1.25)",
-                                   "drawLwo(greets1, 0)",
-                                   "glPopMatrix()",
-                                   "glutSwapBuffers()"}));
+    EXPECT_EQ(
+        frameTexts(),
+        (Texts{"glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT)",
+               "glClearColor(0.3, 0.3, 0.3, 0)", "FSOUND_SetVolume(1, 0)",
+               // the camera
+               "glLoadIdentity()", "glTranslatef(0, -0.23, -6.3)", "glRotatef(0, 0, 1, 0)",
+               "glRotatef(0, 1, 0, 0)",
+               // the letters
+               "glPushMatrix()", "glTranslatef(-1.3, -0.7, 3)", "glRotatef(0, 1, 1, 1)",
+               "drawLwo(k7, 0)", "glPopMatrix()", "glRotatef(0, 1, 0, 0)", "glRotatef(0, 0, 1, 0)",
+               // the set
+               "glCullFace(GL_FRONT)", "glEnable(GL_CULL_FACE)", "glDepthFunc(GL_LEQUAL)",
+               "drawLwo(tree3d, 0)", "drawLwo(box4, 0)", "drawLwo(grass, 0)", "drawLwo(skylt, 0)",
+               "glPushMatrix()", "glTranslatef(2.4, -1.4, -1.25)", "drawLwo(greets1, 0)",
+               "glPopMatrix()", "glutSwapBuffers()"}));
     EXPECT_FLOAT_EQ(framecounter, 1.0F);
 }
 
@@ -50,37 +39,27 @@ TEST(Display, scenesOfFrame6000CallByCall) {
     const Texts texts = frameTexts();
     const Texts scenes(texts.begin() + 11, texts.begin() + 37);
     const auto shift = [](double x) {
-        std::string text;
         glCalls.clear();
         glTranslatef(static_cast<float>(x), 0.0F, 0.0F);
         return glTexts()[0];
     };
-    EXPECT_EQ(scenes, (Texts{"glPushMatrix()",
-                             "glLightfv(GL_LIGHT1, GL_POSITION, 1.5, 2, 1, 1)",
-                             "glTranslatef(3.5, 0, 0)",
-                             "drawLwo(sol, 0)",
-                             "glPopMatrix()",
-                             "glPushMatrix()",
-                             shift(-0.66175875048908), // 5 sin 25
-                             "drawLwo(moln1, 0)",
-                             "glPopMatrix()",
-                             "glPushMatrix()",
-                             shift(-3.25143920078558), // -5 sin 15
-                             "drawLwo(moln2, 0)",
-                             "glPopMatrix()",
-                             "glPushMatrix()",
-                             "glTranslatef(-0.5, 0, 0)",
-                             shift(4.79462137331569), // -5 sin 5
-                             "drawLwo(gubbenimolnet, 0)",
-                             "glPopMatrix()",
-                             "glPushMatrix()",
-                             "glTranslatef(2.4, -1.4, -1.25)",
-                             "glRotatef(-14, 0, 0, 1)",
-                             "drawLwo(greets1, 0)",
-                             "glPopMatrix()",
-                             "glPushMatrix()",
-                             "glTranslatef(88, 0, 0)",
-                             "drawLwo(scrollernew, 0)"}));
+    EXPECT_EQ(
+        scenes,
+        (Texts{// the sun
+               "glPushMatrix()", "glLightfv(GL_LIGHT1, GL_POSITION, 1.5, 2, 1, 1)",
+               "glTranslatef(3.5, 0, 0)", "drawLwo(sol, 0)", "glPopMatrix()",
+               // the clouds
+               "glPushMatrix()",
+               shift(-0.66175875048908), // 5 sin 25
+               "drawLwo(moln1, 0)", "glPopMatrix()", "glPushMatrix()",
+               shift(-3.25143920078558), // -5 sin 15
+               "drawLwo(moln2, 0)", "glPopMatrix()", "glPushMatrix()", "glTranslatef(-0.5, 0, 0)",
+               shift(4.79462137331569), // -5 sin 5
+               "drawLwo(gubbenimolnet, 0)", "glPopMatrix()",
+               // the greetings and the scroller
+               "glPushMatrix()", "glTranslatef(2.4, -1.4, -1.25)", "glRotatef(-14, 0, 0, 1)",
+               "drawLwo(greets1, 0)", "glPopMatrix()", "glPushMatrix()", "glTranslatef(88, 0, 0)",
+               "drawLwo(scrollernew, 0)"}));
 }
 
 TEST(Display, sunWalksWithItsLightUntilItParks) {

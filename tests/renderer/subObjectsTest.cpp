@@ -19,43 +19,53 @@ static std::string uv(const std::string &geometry, const std::string &maps) {
     return surf("uv", colorTexture(1)) + geometry + polygonTags({"uv"}, {0}) + maps;
 }
 
-TEST(SubObjects, cornersWithoutTextureAreNormalAndPosition) {
-    const st_subObj &subObj = *subObjOf(surf("a") + TRIANGLE + polygonTags({"a"}, {0}));
-    EXPECT_EQ(floats(subObj.tris, 18),
-              (Floats{0, 0, 1, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1, 0, 1, 0}));
-}
-
-TEST(SubObjects, uvCornersBeginWithTheMapNamedLikeTheSurface) {
-    const st_subObj &subObj =
-        *subObjOf(uv(QUAD, vmap("other", 2, {9, 9, 9, 9, 9, 9, 9, 9}) +
-                               vmap("uv", 2, {0.5F, 0, 1, 0.25F, 1, 1, 0, 2})));
-    EXPECT_EQ(subObj.projection, 5);
-    EXPECT_EQ(subObj.clipIndex, 1);
-    EXPECT_EQ(floats(subObj.quads, 32),
-              (Floats{0.5F, 0, 0, 0, 1, 0, 0, 0, 1, 0.25F, 0, 0, 1, 1, 0, 0,
-                      1,    1, 0, 0, 1, 1, 1, 0, 0, 2,     0, 0, 1, 0, 1, 0}));
-}
-
-TEST(SubObjects, mapsOfOtherProjectionsAreNotWritten) {
-    const st_subObj &subObj = *subObjOf(surf("a", colorTexture(7, LW_PROJECTION_CUBIC)) + TRIANGLE +
-                                        polygonTags({"a"}, {0}) + vmap("a", 2, {1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(subObj.projection, 3);
-    EXPECT_EQ(subObj.clipIndex, 7);
-    EXPECT_EQ(floats(subObj.tris, 6), (Floats{0, 0, 1, 0, 0, 0}));
-}
-
-TEST(SubObjects, cornerMapsWinOverPointMaps) {
-    const st_subObj &subObj =
-        *subObjOf(uv(TRIANGLE, vmap("uv", 2, {1, 1, 2, 2, 3, 3}) + vmad("uv", 2, 0, {7, 8})));
-    EXPECT_EQ(floats(subObj.tris, 2), (Floats{7, 8}));
-    EXPECT_EQ(floats(subObj.tris + 8, 2), (Floats{2, 2}));
-}
-
-TEST(SubObjects, cornerMapOfAnotherNameHidesThePointMap) {
-    const st_subObj &subObj =
-        *subObjOf(uv(QUAD, vmap("uv", 2, {1, 1, 2, 2, 3, 3, 4, 4}) + vmad("other", 2, 0, {7, 8})));
-    EXPECT_EQ(floats(subObj.quads, 2), (Floats{0, 0}));
-    EXPECT_EQ(floats(subObj.quads + 8, 2), (Floats{2, 2}));
+TEST(SubObjects, cornersAreTextureCoordinatesNormalAndPosition) {
+    const struct {
+        const char *what;
+        std::string chunks;
+        std::vector<double> projectionAndClip;
+        Floats corners; // of a triangle or a quad, as far as they matter
+    } cases[] = {
+        {"no texture",
+         surf("a") + TRIANGLE + polygonTags({"a"}, {0}),
+         {0, 0},
+         {0, 0, 1, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1, 0, 1, 0}},
+        {"maps, of which the one named like the surface counts",
+         uv(QUAD, vmap("other", 2, {9, 9, 9, 9, 9, 9, 9, 9}) +
+                      vmap("uv", 2, {0.5F, 0, 1, 0.25F, 1, 1, 0, 2})),
+         {5, 1},
+         {0.5F, 0, 0, 0, 1, 0, 0, 0, 1, 0.25F, 0, 0, 1, 1, 0, 0,
+          1,    1, 0, 0, 1, 1, 1, 0, 0, 2,     0, 0, 1, 0, 1, 0}},
+        {"a map that is not of the projection",
+         surf("a", colorTexture(7, LW_PROJECTION_CUBIC)) + TRIANGLE + polygonTags({"a"}, {0}) +
+             vmap("a", 2, {1, 2, 3, 4, 5, 6}),
+         {3, 7},
+         {0, 0, 1, 0, 0, 0}},
+        {"a corner's own value",
+         uv(TRIANGLE, vmap("uv", 2, {1, 1, 2, 2, 3, 3}) + vmad("uv", 2, 0, {7, 8})),
+         {5, 1},
+         {7, 8, 0, 0, 1, 0, 0, 0, 2, 2}},
+        {"a corner's value of another name, which hides the point's",
+         uv(QUAD, vmap("uv", 2, {1, 1, 2, 2, 3, 3, 4, 4}) + vmad("other", 2, 0, {7, 8})),
+         {5, 1},
+         {0, 0, 0, 0, 1, 0, 0, 0, 2, 2}},
+        {"no map on a quad", uv(QUAD, ""), {5, 1}, {0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0,
+                                                    0, 1, 1, 0, 0, 0, 0, 0, 0, 1, 1,
+                                                    1, 0, 0, 0, 0, 0, 1, 0, 1, 0}},
+        {"a map of no dimension, which counts as found",
+         uv(QUAD, chunk("VMAP", "TXUV" + u2(0) + s0("uv") + vx(0) + vx(1) + vx(2) + vx(3))),
+         {5, 1},
+         {0, 0, 1, 0, 0, 0}},
+    };
+    for (const auto &item : cases) {
+        const st_subObj &subObj = *subObjOf(item.chunks);
+        EXPECT_EQ(numbers(subObj.projection, subObj.clipIndex), item.projectionAndClip)
+            << item.what;
+        EXPECT_EQ(floats(subObj.triCount > 0 ? subObj.tris : subObj.quads,
+                         static_cast<int>(item.corners.size())),
+                  item.corners)
+            << item.what;
+    }
 }
 
 TEST(SubObjects, unmappedTriangleCornersAreRandomWholeNumbers) {
@@ -65,12 +75,6 @@ TEST(SubObjects, unmappedTriangleCornersAreRandomWholeNumbers) {
     for (int corner = 0; corner < 3; corner++)
         for (int i = 0; i < 2; i++)
             EXPECT_EQ(subObj.tris[corner * 8 + i], static_cast<float>(std::rand()));
-}
-
-TEST(SubObjects, unmappedQuadCornersAreZero) {
-    const st_subObj &subObj = *subObjOf(uv(QUAD, ""));
-    for (int corner = 0; corner < 4; corner++)
-        EXPECT_EQ(floats(subObj.quads + corner * 8, 5), (Floats{0, 0, 0, 0, 1}));
 }
 
 // No file makes it: the point's list holds maps of points only.
@@ -91,12 +95,6 @@ TEST(SubObjects, overlongMapsAreReportedAndCut) {
     CaptureStdout();
     subObjOf(uv(QUAD, vmap("uv", 4, Floats(16, 0.5F))));
     EXPECT_EQ(GetCapturedStdout(), "lwoRenderer> 0: Quads storage overconsumed (40 > 36)\n");
-}
-
-TEST(SubObjects, mapsOfNoDimensionCountAsFound) {
-    const st_subObj &subObj = *subObjOf(
-        uv(QUAD, chunk("VMAP", "TXUV" + u2(0) + s0("uv") + vx(0) + vx(1) + vx(2) + vx(3))));
-    EXPECT_EQ(floats(subObj.quads, 6), (Floats{0, 0, 1, 0, 0, 0}));
 }
 
 TEST(SubObjects, otherPolygonsThanTrianglesAndQuadsAreNotDrawn) {
