@@ -1,4 +1,5 @@
 // Letters, noise, pictures and the sky.
+#include "tests/workshop/normals.h"
 #include "workshop/canvas.h"
 #include "workshop/noise.h"
 #include "workshop/text.h"
@@ -11,13 +12,6 @@
 
 static const st_surface FACE = {"face", {1, 1, 1}, 0, ""};
 static const st_surface SIDE = {"side", {1, 1, 1}, 0, ""};
-
-static st_vec normalOf(const st_mesh &mesh, const st_polygon &polygon) {
-    const auto corner = [&](int i) {
-        return mesh.points[static_cast<std::size_t>(polygon.points[i])];
-    };
-    return unit(crossProduct(corner(1) - corner(0), corner(polygon.cornerCount - 1) - corner(0)));
-}
 
 static int polygonsOf(const st_mesh &mesh, int surface) {
     return static_cast<int>(

@@ -6,6 +6,8 @@
 #include "tests/support/checkObject.h"
 #include "tests/support/keptMemory.h"
 #include "tests/support/testFolder.h"
+#include "tests/support/there.h"
+#include "tests/workshop/normals.h"
 #include "workshop/fileWriter.h"
 #include "workshop/text.h"
 
@@ -38,19 +40,21 @@ static std::string bytesOf(const st_model &model, const st_mesh &mesh) {
     return model.bytes(mesh, &problem);
 }
 
-static st_lwObject *load(const st_model &model) {
+using Object = Owned<st_lwObject>;
+
+static Object load(const st_model &model) {
     const std::string path = testPath(model.file);
     writeBytes(path, bytesOf(model, meshes().at(model.file)));
-    st_lwObject *object = lwGetObject(path.c_str(), nullptr, nullptr);
-    EXPECT_EQ(object == nullptr ? "" : objectProblem(*object), "");
+    Object object = there(Object(lwGetObject(path.c_str(), nullptr, nullptr)));
+    EXPECT_EQ(objectProblem(*object), "");
     return object;
 }
 
-static st_lwObject *load(const char *file) {
+static Object load(const char *file) {
     for (const st_model &model : allModels())
         if (std::strcmp(model.file, file) == 0)
             return load(model);
-    return nullptr;
+    throw std::invalid_argument(file);
 }
 
 TEST(Set, namesEveryPictureOfEveryModel) {
@@ -68,8 +72,7 @@ TEST(Set, namesEveryPictureOfEveryModel) {
 }
 
 static void expectImageOfTheSet(const st_lwObject &object, const st_lwTexture &texture) {
-    const st_lwClip *clip = lwFindClip(object.clips, texture.param.imageMap.clipIndex);
-    ASSERT_NE(clip, nullptr);
+    const st_lwClip *clip = there(lwFindClip(object.clips, texture.param.imageMap.clipIndex));
     const std::vector<const st_texture *> textures = allTextures();
     EXPECT_TRUE(std::any_of(textures.begin(), textures.end(), [&](const st_texture *other) {
         return std::strcmp(other->file, clip->source.still.name) == 0;
@@ -102,11 +105,9 @@ TEST(Set, noModelWearsThePictureOfAnother) {
         SCOPED_TRACE(model.file);
         if (model.bytes == oldObjectBytes)
             continue;
-        st_lwObject *object = load(model);
-        ASSERT_NE(object, nullptr);
+        const Object object = load(model);
         EXPECT_TRUE(std::regex_match(kindsOf(*object), std::regex("i+np*"))) << kindsOf(*object);
         EXPECT_EQ(polygonsOf(*object, "(no image)"), 0);
-        freeObjectWhole(object);
     }
 }
 
@@ -125,8 +126,7 @@ TEST(Set, modelsInTheOlderLayoutAreReadWhole) {
     };
     for (const OldModelCase &expected : cases) {
         SCOPED_TRACE(expected.file);
-        st_lwObject *object = load(expected.file);
-        ASSERT_NE(object, nullptr);
+        const Object object = load(expected.file);
         EXPECT_EQ(object->layerCount, 1);
         EXPECT_EQ(object->surfaceCount, 11);
         EXPECT_EQ(static_cast<std::size_t>(object->layers->polygonList.count),
@@ -140,13 +140,11 @@ TEST(Set, modelsInTheOlderLayoutAreReadWhole) {
         EXPECT_FLOAT_EQ(surface->color.rgb[1] * 255, expected.green);
         EXPECT_FLOAT_EQ(surface->color.rgb[2] * 255, expected.blue);
         EXPECT_EQ(surface->smoothing, expected.smoothing);
-        freeObjectWhole(object);
     }
 }
 
 TEST(Set, aCloudPassesTheLonelySun) {
-    st_lwObject *object = load("solensam.lwo");
-    ASSERT_NE(object, nullptr);
+    const Object object = load("solensam.lwo");
     const st_lwSurface *face = object->surfaces;
     while (face != nullptr && face->color.textures == nullptr)
         face = face->next;
@@ -155,7 +153,6 @@ TEST(Set, aCloudPassesTheLonelySun) {
     expectImageOfTheSet(*object, *face->color.textures);
     EXPECT_EQ(object->envelopeCount, 3);
     EXPECT_EQ(face->color.textures->tmap.center.envelope, 1);
-    freeObjectWhole(object);
 }
 
 TEST(Set, aFrameStaysWithinItsBudget) {
@@ -187,12 +184,9 @@ TEST(Set, theBoxIsClosedAroundTheEye) {
         const std::string &name = mesh.surfaces[static_cast<std::size_t>(polygon.surface)].name;
         if (name.rfind("sky-", 0) != 0)
             continue;
-        const auto corner = [&](int i) {
-            return mesh.points[static_cast<std::size_t>(polygon.points[i])];
-        };
-        const st_vec normal = crossProduct(corner(1) - corner(0), corner(3) - corner(0));
-        EXPECT_LT(dotProduct(normal, corner(0)), 0);
-        EXPECT_GT(lengthOf(corner(0)), 12);
+        const st_vec corner = cornerOf(mesh, polygon, 0);
+        EXPECT_LT(dotProduct(normalOf(mesh, polygon), corner), 0);
+        EXPECT_GT(lengthOf(corner), 12);
         sky++;
     }
     EXPECT_GT(sky, 100);
@@ -204,8 +198,7 @@ TEST(Set, texturesLoadInSeveralLayouts) {
     for (const st_texture *texture : allTextures()) {
         SCOPED_TRACE(texture->file);
         const std::string path = std::string(SHOW_DIR "/lwo/") + texture->file;
-        st_image *image = targa_image_read(path.c_str());
-        ASSERT_NE(image, nullptr);
+        st_image *image = there(targa_image_read(path.c_str()));
         EXPECT_LE(image->width, LARGEST_TEXTURE);
         EXPECT_LE(image->height, LARGEST_TEXTURE);
         kinds.insert({image->depth, image->orientation});

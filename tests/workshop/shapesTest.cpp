@@ -1,5 +1,6 @@
 // Outlines filled, and shapes.
 #include "workshop/shapes.h"
+#include "tests/workshop/normals.h"
 #include "workshop/tessellate.h"
 
 #include <gtest/gtest.h>
@@ -43,12 +44,9 @@ TEST(Tessellate, unitesOverlappingOutlinesWhicheverWayTheyRun) {
 
 static void expectOutward(const st_mesh &mesh) {
     for (const st_polygon &polygon : mesh.polygons) {
-        const auto corner = [&](int i) {
-            return mesh.points[static_cast<std::size_t>(polygon.points[i])];
-        };
-        const st_vec normal =
-            crossProduct(corner(1) - corner(0), corner(polygon.cornerCount - 1) - corner(0));
-        EXPECT_GT(dotProduct(normal, corner(0) + corner(1) + corner(2)), 0);
+        const st_vec middle =
+            cornerOf(mesh, polygon, 0) + cornerOf(mesh, polygon, 1) + cornerOf(mesh, polygon, 2);
+        EXPECT_GT(dotProduct(normalOf(mesh, polygon), middle), 0);
     }
 }
 
