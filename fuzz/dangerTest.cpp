@@ -5,6 +5,7 @@
 #include "renderer/lwoRenderer.h"
 #include "tests/support/allocations.h"
 #include "tests/support/memoryFile.h"
+#include "tests/support/modelParts.h"
 #include "tests/support/sampleModels.h"
 #include "tests/support/targaWriter.h"
 #include "tests/support/testFolder.h"
@@ -23,8 +24,8 @@ struct Danger {
     Fate fate;
 };
 
-static const std::string POINTS = chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0) + f4(0, 1, 0));
-static const std::string TRIANGLE = chunk("POLS", "FACE" + u2(3) + vx(0) + vx(1) + vx(2));
+static const std::string POINTS = pnts({0, 0, 0, 1, 0, 0, 0, 1, 0});
+static const std::string TRIANGLE = pols({{0, 1, 2}});
 
 static std::string raw(const std::string &id, unsigned size, const std::string &body) {
     return id + u4(size) + body;
@@ -84,8 +85,7 @@ static std::vector<Danger> objectDangers() {
                surface(sub("SMAN", f4(1))) + tagged),
          LOADS},
         {"names of thousands of characters",
-         newer(chunk("TAGS", s0(longName)) + POINTS + TRIANGLE +
-               chunk("CLIP", u4(1) + sub("STIL", s0(longName))) +
+         newer(chunk("TAGS", s0(longName)) + POINTS + TRIANGLE + stillClip(1, longName) +
                chunk("SURF", s0(longName) + s0("") + sub("SMAN", f4(1)))),
          LOADS},
         {"coordinates of no map, of one without, of one with too many, of one without a name",
@@ -135,21 +135,16 @@ static std::vector<Danger> largeDangers() {
         {"too many polygons around three points", newer(fan(5800) + surface(sub("SMAN", f4(1)))),
          FAILS},
         {"too many older polygons around three points", olderFan(5800), FAILS},
-        {"layers",
-         newer(repeated(
-             8000, [](unsigned i) { return chunk("LAYR", u2(i) + u2(0) + f4(0, 0, 0) + s0("")); })),
-         LOADS},
+        {"layers", newer(repeated(8000, layr)), LOADS},
         {"surfaces and clips",
          newer(repeated(5000,
                         [](unsigned i) {
                             return chunk("SURF", numbered(i) + s0("") + sub("SIDE", u2(1))) +
-                                   chunk("CLIP", u4(i) + sub("STIL", s0("a")));
+                                   stillClip(i, "a");
                         })),
          LOADS},
         {"surfaces, in layers, and clips",
-         newer(repeated(
-                   90,
-                   [](unsigned i) { return chunk("LAYR", u2(i) + u2(0) + f4(0, 0, 0) + s0("")); }) +
+         newer(repeated(90, layr) +
                repeated(3000,
                         [](unsigned i) {
                             const std::string image = sub("IMAG", vx(i + 1));
@@ -157,9 +152,7 @@ static std::vector<Danger> largeDangers() {
                                          numbered(i) + s0("") +
                                              sampleBlock("IMAP", s0("") + sub("CHAN", "COLR"),
                                                          image)) +
-                                   repeated(6, [](unsigned) {
-                                       return chunk("CLIP", u4(0) + sub("STIL", s0("")));
-                                   });
+                                   repeated(6, [](unsigned) { return stillClip(0, ""); });
                         })),
          LOADS},
         {"keys",

@@ -61,8 +61,7 @@ TEST(ModelCheck, knowsWhatGeometryIsNotDrawn) {
          [](Plank &p) { p.polygonTags = chunk("PTAG", "SURF" + vx(1) + vx(1)); }},
         {"a pentagon and a point", "corners",
          [](Plank &p) {
-             p.polygons = chunk("POLS", "FACE" + u2(5) + vx(0) + vx(1) + vx(4) + vx(2) + vx(3) +
-                                            u2(1) + vx(0));
+             p.polygons = pols({{0, 1, 4, 2, 3}, {0}});
          }},
         {"a bone", "",
          [](Plank &p) { p.polygonTags += chunk("POLS", "BONE" + u2(2) + vx(0) + vx(4)); }},
@@ -73,13 +72,11 @@ TEST(ModelCheck, knowsWhatGeometryIsNotDrawn) {
          }},
         {"no area", "normal",
          [](Plank &p) {
-             p.polygons = chunk("POLS", "FACE" + u2(3) + vx(0) + vx(1) + vx(0) + u2(3) + vx(1) +
-                                            vx(4) + vx(2));
+             p.polygons = pols({{0, 1, 0}, {1, 4, 2}});
          }},
         {"a point nowhere", "position",
          [](Plank &p) {
-             p.points = chunk("PNTS", f4(NO_NUMBER, 0, 0) + f4(2, 0, 0) + f4(2, 1, 0) +
-                                          f4(0, 1, 0) + f4(3, 0.5F, 0));
+             p.points = pnts({NO_NUMBER, 0, 0, 2, 0, 0, 2, 1, 0, 0, 1, 0, 3, 0.5F, 0});
          }},
         {"a hidden layer", "hidden-layer",
          [](Plank &p) { p.layer = chunk("LAYR", u2(1) + u2(1) + f4(0, 0, 0) + s0("")); }},

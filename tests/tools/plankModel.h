@@ -35,10 +35,8 @@ struct Plank {
     std::string type = "LWO2";
     std::string layer = chunk("LAYR", u2(1) + u2(0) + f4(0, 0, 0) + s0("plank"));
     std::string tags = chunk("TAGS", s0("wood"));
-    std::string points =
-        chunk("PNTS", f4(0, 0, 0) + f4(2, 0, 0) + f4(2, 1, 0) + f4(0, 1, 0) + f4(3, 0.5F, 0));
-    std::string polygons = chunk("POLS", "FACE" + u2(4) + vx(0) + vx(1) + vx(2) + vx(3) + u2(3) +
-                                             vx(1) + vx(4) + vx(2));
+    std::string points = pnts({0, 0, 0, 2, 0, 0, 2, 1, 0, 0, 1, 0, 3, 0.5F, 0});
+    std::string polygons = pols({{0, 1, 2, 3}, {1, 4, 2}});
     std::string polygonTags = chunk("PTAG", "SURF" + vx(0) + vx(0) + vx(1) + vx(0));
     std::string maps = chunk("VMAP", "TXUV" + u2(2) + s0("wood") + entries(5, f4(0) + f4(0.5F)));
     std::string clips = stillClip(1, "Images/wood.tga");
