@@ -57,7 +57,8 @@ static bool allocValues(st_lwVMap *vmap) {
     vmap->values = static_cast<float **>(allocArray(count, sizeof(float *)));
     if (vmap->values == nullptr)
         return false;
-    vmap->values[0] = static_cast<float *>(allocArray(count, dimension * sizeof(float)));
+    // No more than the chunk holds: the product fits.
+    vmap->values[0] = static_cast<float *>(allocArray(count * dimension, sizeof(float)));
     if (vmap->values[0] == nullptr)
         return false;
     for (std::size_t i = 1; i < count; i++)
