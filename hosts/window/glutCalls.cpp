@@ -164,6 +164,8 @@ void __wrap_glutMainLoop() {
     glutSetOption(GLUT_ACTION_ON_WINDOW_CLOSE, GLUT_ACTION_CONTINUE_EXECUTION);
     glutCloseFunc(close);
     glutMainLoopEvent();
+    if (!window.open)
+        return;
     window.reshape(glutGet(GLUT_WINDOW_WIDTH), glutGet(GLUT_WINDOW_HEIGHT));
     startPlayer(window.plan.stretch);
     while (!isPlayerDone()) {

@@ -133,7 +133,8 @@ void redrawPlayer() {
 }
 
 st_playReport reportPlayer() {
-    if (!player.paused && !player.done)
+    const bool started = player.report.drawn > 0;
+    if (started && !player.paused && !player.done)
         stand();
     player.paused = true;
     return player.report;
