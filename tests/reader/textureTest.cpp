@@ -142,10 +142,9 @@ TEST(Texture, gradientCutShortFailsAtTheEndOfTheFile) {
     for (const unsigned length : {280U, 28000U})
         for (const std::string id : {"FKEY", "IKEY"}) {
             const std::string header = s0("a") + sub("CHAN", "COLR");
-            const std::string block = "GRAD" + u2(static_cast<unsigned>(header.size())) + header +
-                                      id + u2(length) + f4(1, 2, 3) + "odd";
-            const std::string bytes = "FORM" + u4(9999) + "LWO2" + "SURF" + u4(9999) + s0("s") +
-                                      s0("") + "BLOK" + u2(999) + block;
+            std::string bytes = "FORM" + u4(9999) + "LWO2SURF" + u4(9999) + s0("s") + s0("");
+            bytes += "BLOK" + u2(999) + "GRAD" + u2(static_cast<unsigned>(header.size()));
+            bytes += header + id + u2(length) + f4(1, 2, 3) + "odd";
             Failure failure;
             EXPECT_EQ(load(bytes, &failure), nullptr);
             EXPECT_EQ(failure.position, static_cast<int>(bytes.size())) << id;

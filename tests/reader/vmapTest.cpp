@@ -95,10 +95,9 @@ TEST(VMapReferences, indicesAreNotOffset) {
 
 TEST(VMapReferences, outsideTheListsFails) {
     const std::string map = header(0, "a");
-    for (const std::string &chunks :
-         {triangles + chunk("VMAP", map + vx(4)), triangles + chunk("VMAD", map + vx(0) + vx(2)),
-          chunk("VMAD", map + vx(0) + vx(0))})
-        EXPECT_EQ(loadLWO2(chunks), nullptr);
+    EXPECT_EQ(loadLWO2(triangles + chunk("VMAP", map + vx(4))), nullptr);
+    EXPECT_EQ(loadLWO2(triangles + chunk("VMAD", map + vx(0) + vx(2))), nullptr);
+    EXPECT_EQ(loadLWO2(chunk("VMAD", map + vx(0) + vx(0))), nullptr);
     // The point of a corner is looked for, not looked up.
     EXPECT_NE(loadLWO2(triangles + chunk("VMAD", header(0, "a") + vx(99) + vx(0))), nullptr);
 }

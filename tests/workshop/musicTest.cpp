@@ -55,16 +55,17 @@ static double longestGap(const Sound &sound, std::size_t seconds) {
 }
 
 TEST(Music, hasItsLengthAndLevelAndNoGap) {
-    const Sound sound = decode(SHOW_DIR "/msx/ferrol_-_tamo_lani_rete.ogg");
+    const std::string music = SHOW_DIR "/msx/ferrol_-_tamo_lani_rete.ogg";
+    const Sound sound = decode(music);
     ASSERT_EQ(sound.rate, SAMPLE_RATE);
     ASSERT_EQ(sound.channels.size(), 2U);
     ASSERT_EQ(sound.channels[0].size(), 320U * SAMPLE_RATE);
     EXPECT_LE(longestGap(sound, 312), 1.0);
 
-    ASSERT_EQ(runChild({"ffmpeg", "-nostdin", "-i", SHOW_DIR "/msx/ferrol_-_tamo_lani_rete.ogg",
-                        "-af", "ebur128=peak=true", "-f", "null", "-"},
-                       "/", {}, testPath("report.txt")),
-              0);
+    ASSERT_EQ(
+        runChild({"ffmpeg", "-nostdin", "-i", music, "-af", "ebur128=peak=true", "-f", "null", "-"},
+                 "/", {}, testPath("report.txt")),
+        0);
     const std::string report = readText(testPath("report.txt"));
     EXPECT_NEAR(measured(report, "I"), -14, 2);
     EXPECT_LT(measured(report, "Peak"), -1);
