@@ -1,6 +1,4 @@
 // Image clips: where the pictures of image maps come from (CLIP).
-#include "reader/clip.h"
-
 #include "reader/lwo2.h"
 #include "reader/records.h"
 #include "reader/subChunks.h"
@@ -109,11 +107,7 @@ st_lwClip *lwGetClip(std::FILE *file, int cksize) {
         readSubChunk(file, subs.id, subs.length, clip);
     reverseRecords(&clip->imageFilters);
     reverseRecords(&clip->pixelFilters);
-    if (subs.failed) {
-        lwFreeClip(clip);
-        return nullptr;
-    }
-    return clip;
+    return keepIf(!subs.failed, clip, lwFreeClip);
 }
 
 st_lwClip *lwFindClip(st_lwClip *list, int index) {

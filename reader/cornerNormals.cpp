@@ -8,7 +8,6 @@
 #include "reader/cornerNormals.h"
 
 #include "reader/lwo2.h"
-#include "reader/vectors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -84,7 +83,7 @@ static void smoothCorner(const st_lwPoint *point, const st_lwPolygon *polygons, 
         if (point->polygons[i] == own || neighbour->smoothGroup != polygon->smoothGroup)
             continue;
         const float *other = neighbour->normal;
-        // As innerProduct has it.
+        // As dot has it.
         double product = x * static_cast<double>(other[0]) + y * static_cast<double>(other[1]) +
                          z * static_cast<double>(other[2]);
         bool apart = (product < least) & (product >= -1.0);
@@ -97,7 +96,7 @@ static void smoothCorner(const st_lwPoint *point, const st_lwPolygon *polygons, 
     normal[0] = sumX;
     normal[1] = sumY;
     normal[2] = sumZ;
-    toUnitLength(normal);
+    normalize(normal);
 }
 
 void lwGetVertNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) {

@@ -158,14 +158,6 @@ static st_cycle wrapTime(float time, float lo, float hi) {
     return {wrapped, -std::trunc(static_cast<double>(wrapped / range) + half)};
 }
 
-// What becomes of a time outside the keys: a value at once, or another time and an offset.
-struct st_outside {
-    bool settled;
-    float value;
-    float time;
-    float offset;
-};
-
 static float extendBefore(st_lwKey *first, float time) {
     st_lwKey *next = first->next;
     return outgoing(first, next) / (next->time - first->time) * (time - first->time) + first->value;
@@ -176,23 +168,28 @@ static float extendAfter(st_lwKey *last, float time) {
     return incoming(prev, last) / (last->time - prev->time) * (time - last->time) + last->value;
 }
 
-static st_outside leaveKeys(st_lwKey *first, st_lwKey *last, int behavior, float time) {
-    bool before = time < first->time;
-    st_cycle cycle = wrapTime(time, first->time, last->time);
+// What a behaviour makes of a time outside the keys: the value, or false, another time and what is
+// to be added to the value there.
+static bool leaveKeys(st_lwKey *first, st_lwKey *last, int behavior, float *time, float *value) {
+    const bool before = *time < first->time;
+    const st_cycle cycle = wrapTime(*time, first->time, last->time);
+    const bool odd = std::fmod(cycle.number, 2.0) != 0.0;
+    *value = 0.0F;
     switch (behavior) {
-    case LW_BEHAVIOR_RESET: return {true, 0.0F, 0.0F, 0.0F};
-    case LW_BEHAVIOR_CONSTANT: return {true, before ? first->value : last->value, 0.0F, 0.0F};
-    case LW_BEHAVIOR_REPEAT: return {false, 0.0F, cycle.time, 0.0F};
-    case LW_BEHAVIOR_OSCILLATE: {
-        bool odd = std::fmod(cycle.number, 2.0) != 0.0;
-        return {false, 0.0F, odd ? last->time - first->time - cycle.time : cycle.time, 0.0F};
-    }
-    case LW_BEHAVIOR_OFFSET_REPEAT:
-        return {false, 0.0F, cycle.time,
-                static_cast<float>(cycle.number) * (last->value - first->value)};
+    case LW_BEHAVIOR_RESET: return true;
+    case LW_BEHAVIOR_CONSTANT: *value = before ? first->value : last->value; return true;
     case LW_BEHAVIOR_LINEAR:
-        return {true, before ? extendBefore(first, time) : extendAfter(last, time), 0.0F, 0.0F};
-    default: return {false, 0.0F, time, 0.0F};
+        *value = before ? extendBefore(first, *time) : extendAfter(last, *time);
+        return true;
+    case LW_BEHAVIOR_OSCILLATE:
+        *time = odd ? last->time - first->time - cycle.time : cycle.time;
+        return false;
+    case LW_BEHAVIOR_OFFSET_REPEAT:
+        *value = static_cast<float>(cycle.number) * (last->value - first->value);
+        *time = cycle.time;
+        return false;
+    case LW_BEHAVIOR_REPEAT: *time = cycle.time; return false;
+    default: return false;
     }
 }
 
@@ -209,11 +206,8 @@ float evalEnvelope(st_lwEnvelope *envelope, float time) {
     float offset = 0.0F;
     if (time < first->time || time > last->time) {
         int behavior = envelope->behavior[time < first->time ? 0 : 1];
-        st_outside outside = leaveKeys(first, last, behavior, time);
-        if (outside.settled)
-            return outside.value;
-        time = outside.time;
-        offset = outside.offset;
+        if (leaveKeys(first, last, behavior, &time, &offset))
+            return offset;
     }
     // A time that is still past the last key, by rounding or by an unknown behaviour, belongs to
     // the last span.

@@ -87,40 +87,15 @@ static void readSubChunk(std::FILE *file, unsigned int id, int length, st_lwEnve
     }
 }
 
-// Takes the keys out of a list whose time is no number, the latest first. Such a time compares
-// equal to all others, so that its key stays behind the latest of those that came before it: prev
-// says which that is, null for none.
-static st_lwKey *takeTimeless(st_lwKey **keys) {
-    st_lwKey *taken = nullptr;
-    st_lwKey *latest = nullptr;
-    while (*keys != nullptr) {
-        st_lwKey *key = *keys;
-        if (!std::isnan(key->time)) {
-            if (latest == nullptr || compare_keys(key, latest) >= 0)
-                latest = key;
-            keys = &key->next;
-            continue;
-        }
-        *keys = key->next;
-        key->next = taken;
-        key->prev = latest;
-        taken = key;
-    }
-    return taken;
-}
-
-// Sorts the keys, which stand in the order of the file.
-static void sortKeys(st_lwKey **keys) {
-    st_lwKey *timeless = takeTimeless(keys);
-    sortRecords(keys, compare_keys);
-    while (timeless != nullptr) {
-        st_lwKey *key = timeless;
-        timeless = key->next;
-        key->next = key->prev == nullptr ? *keys : key->prev->next;
-        (key->prev == nullptr ? *keys : key->prev->next) = key;
-        if (key->next != nullptr)
-            key->next->prev = key;
-    }
+// Sorts the keys by time. One that is no number compares equal to all others, so that its key
+// stays behind the latest of those before it: as if it had that one's time.
+static bool sortKeys(st_lwKey **keys) {
+    float latest = -INFINITY;
+    auto timeOf = [&latest](const st_lwKey *key) {
+        latest = std::fmax(latest, key->time);
+        return std::isnan(key->time) ? latest : key->time;
+    };
+    return sortRecords(keys, timeOf, [](float a, float b) { return a < b; });
 }
 
 st_lwEnvelope *lwGetEnvelope(std::FILE *file, int cksize) {
@@ -135,12 +110,7 @@ st_lwEnvelope *lwGetEnvelope(std::FILE *file, int cksize) {
         readSubChunk(file, subs.id, subs.length, envelope, &key);
     reverseRecords(&envelope->cfilters);
     reverseRecords(&envelope->keys);
-    sortKeys(&envelope->keys);
-    if (subs.failed) {
-        lwFreeEnvelope(envelope);
-        return nullptr;
-    }
-    return envelope;
+    return keepIf(sortKeys(&envelope->keys) && !subs.failed, envelope, lwFreeEnvelope);
 }
 
 st_lwEnvelope *lwFindEnvelope(st_lwEnvelope *list, int index) {

@@ -28,6 +28,9 @@ extern const st_layout LAYOUT_LWOB;
 st_lwObject *loadObject(const char *path, const st_layout *layouts, int layoutCount,
                         unsigned int *failID, int *failpos);
 
+// lwGetSurface5, which knows where the lists of the object end that it appends to.
+st_lwSurface *readOldSurface(std::FILE *file, int size, st_reading *reading);
+
 // A new zeroed layer, at the end of the object's list, is what geometry goes to from now on. False
 // without memory.
 bool addLayer(st_reading *reading);

@@ -12,6 +12,7 @@
 // get_flen() < 0.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 
@@ -123,12 +124,29 @@ void _lwListInsert(Record **list, Record *item, int (*compare)(Record *, Record 
 }
 
 // -------------------------------------------------------------------------- vectors
+//
+// Compiled anew in each file, with the settings of that: the innermost loops stand on them.
 
-// The scalar product a . b, in double.
-double dot(const float a[3], const float b[3]);
+// The scalar product a . b in double, where the product of two floats is exact and cannot overflow.
+static inline double dot(const float a[3], const float b[3]) {
+    return static_cast<double>(a[0]) * static_cast<double>(b[0]) +
+           static_cast<double>(a[1]) * static_cast<double>(b[1]) +
+           static_cast<double>(a[2]) * static_cast<double>(b[2]);
+}
 
 // result = a x b; must not be a or b.
-void cross(const float a[3], const float b[3], float result[3]);
+static inline void cross(const float a[3], const float b[3], float result[3]) {
+    result[0] = a[1] * b[2] - a[2] * b[1];
+    result[1] = a[2] * b[0] - a[0] * b[2];
+    result[2] = a[0] * b[1] - a[1] * b[0];
+}
 
-// Scales to unit length; leaves a vector alone that has no length.
-void normalize(float v[3]);
+// Scales to unit length; leaves a vector alone that has no length, or one that is no number.
+static inline void normalize(float v[3]) {
+    float length = static_cast<float>(std::sqrt(dot(v, v)));
+    if (!(length > 0.0F))
+        return;
+    v[0] /= length;
+    v[1] /= length;
+    v[2] /= length;
+}

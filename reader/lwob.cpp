@@ -3,7 +3,6 @@
 #include "reader/decode.h"
 #include "reader/loading.h"
 #include "reader/lwo2.h"
-#include "reader/lwobSurface.h"
 #include "reader/records.h"
 
 // ------------------------------------------------------------------------ polygons

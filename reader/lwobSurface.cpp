@@ -1,13 +1,10 @@
 // Surfaces of the older layout: a flat row of sub-chunks, in which texture parameters belong to
 // the texture named last and names of images make up clips. All of it ends in the records of
 // the newer layout.
-#include "reader/lwobSurface.h"
-
-#include "reader/clip.h"
+#include "reader/loading.h"
 #include "reader/lwo2.h"
 #include "reader/records.h"
 #include "reader/subChunks.h"
-#include "reader/texture.h"
 
 #include <cmath>
 #include <cstring>
@@ -50,16 +47,17 @@ struct st_oldSurface {
 
 // ------------------------------------------------------------------------ envelopes
 
-static st_lwKey *addLinearKey(st_lwEnvelope *envelope, float time, float value) {
+// False without memory.
+static bool addLinearKey(st_lwEnvelope *envelope, float time, float value) {
     st_lwKey *key = newRecord<st_lwKey>();
     if (key == nullptr)
-        return nullptr;
+        return false;
     key->time = time;
     key->value = value;
     key->shape = lwID("LINE");
     _lwListAdd(&envelope->keys, key);
     envelope->keyCount++;
-    return key;
+    return true;
 }
 
 // One coordinate of a texture centre that moves evenly for ever. Null without memory.
@@ -76,12 +74,9 @@ static st_lwEnvelope *newMotion(int axis, int index, float position, float veloc
     envelope->name = copyString(name);
     envelope->behavior[0] = LW_BEHAVIOR_LINEAR;
     envelope->behavior[1] = LW_BEHAVIOR_LINEAR;
-    if (envelope->name == nullptr || addLinearKey(envelope, 0.0F, position) == nullptr ||
-        addLinearKey(envelope, 1.0F, static_cast<float>(later)) == nullptr) {
-        lwFreeEnvelope(envelope);
-        return nullptr;
-    }
-    return envelope;
+    bool done = envelope->name != nullptr && addLinearKey(envelope, 0.0F, position) &&
+                addLinearKey(envelope, 1.0F, static_cast<float>(later));
+    return keepIf(done, envelope, lwFreeEnvelope);
 }
 
 int add_tvel(float position[3], float velocity[3], st_lwEnvelope **envelopes, int *envelopeCount) {
@@ -360,13 +355,6 @@ static void readSubChunk(std::FILE *file, unsigned int id, int length, st_oldSur
     }
 }
 
-// The lists within the surface, which have grown at the front.
-static void reverseLists(st_lwSurface *surface) {
-    reverseRecords(&surface->shaders);
-    for (st_lwTexture **textures : textureListsOf(surface).lists)
-        reverseRecords(textures);
-}
-
 st_lwSurface *readOldSurface(std::FILE *file, int size, st_reading *reading) {
     st_lwSurface *surface = lwDefaultSurface();
     if (surface == nullptr)
@@ -380,12 +368,10 @@ st_lwSurface *readOldSurface(std::FILE *file, int size, st_reading *reading) {
     while (nextSubChunk(&subs))
         readSubChunk(file, subs.id, subs.length, &old);
     std::free(scratch.tmap.refObject);
-    reverseLists(surface);
-    if (subs.failed) {
-        lwFreeSurface(surface);
-        return nullptr;
-    }
-    return surface;
+    reverseRecords(&surface->shaders); // the lists have grown at the front
+    for (st_channelList channel : channelLists(surface).of)
+        reverseRecords(channel.textures);
+    return keepIf(!subs.failed, surface, lwFreeSurface);
 }
 
 st_lwSurface *lwGetSurface5(std::FILE *file, int size, st_lwObject *object) {

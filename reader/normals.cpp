@@ -2,7 +2,6 @@
 // point.
 #include "reader/largeArrays.h"
 #include "reader/lwo2.h"
-#include "reader/vectors.h"
 
 #include <cstdlib>
 
@@ -33,8 +32,8 @@ void lwGetPolyNormals(st_lwPointList *pointList, st_lwPolygonList *polygonList) 
             a[axis] = second[axis] - first[axis];
             b[axis] = last[axis] - first[axis];
         }
-        outerProduct(a, b, polygon->normal);
-        toUnitLength(polygon->normal);
+        cross(a, b, polygon->normal);
+        normalize(polygon->normal);
     }
 }
 

@@ -40,11 +40,7 @@ st_lwPlugin *lwGetShader(std::FILE *file, int bloksz) {
     while (nextSubChunk(&subs))
         if (subs.id == lwID("FUNC"))
             readServer(file, subs.length, shader);
-    if (subs.failed) {
-        lwFreePlugin(shader);
-        return nullptr;
-    }
-    return shader;
+    return keepIf(!subs.failed, shader, lwFreePlugin);
 }
 
 int compare_shaders(st_lwPlugin *a, st_lwPlugin *b) {

@@ -71,27 +71,16 @@ static void *makeRoom(void *array, int count, int *capacity, int added, std::siz
     return grown;
 }
 
-// Appends zeroed points.
-static bool growPoints(st_lwPointList *list, int added) {
-    void *points = makeRoom(list->points, list->count, &list->capacity, added, sizeof(st_lwPoint));
-    if (points == nullptr)
+// Appends zeroed records to a list of points or tags.
+template <typename List, typename Record>
+static bool grow(List *list, Record **records, int added) {
+    void *grown = makeRoom(*records, list->count, &list->capacity, added, sizeof(Record));
+    if (grown == nullptr)
         return false;
-    list->points = static_cast<st_lwPoint *>(points);
+    *records = static_cast<Record *>(grown);
     list->offset = list->count;
     list->count += added;
-    std::fill(list->points + list->offset, list->points + list->count, st_lwPoint{});
-    return true;
-}
-
-// Appends tags without a string.
-static bool growTags(st_lwTagList *list, int added) {
-    void *tags = makeRoom(list->tags, list->count, &list->capacity, added, sizeof(char *));
-    if (tags == nullptr)
-        return false;
-    list->tags = static_cast<char **>(tags);
-    list->offset = list->count;
-    list->count += added;
-    std::fill(list->tags + list->offset, list->tags + list->count, nullptr);
+    std::fill(*records + list->offset, *records + list->count, Record{});
     return true;
 }
 
@@ -152,7 +141,8 @@ int lwGetPoints(std::FILE *file, int size, st_lwPointList *pointList) {
     // Deliberate: the odd byte stays where it is.
     if (size == 1)
         return 1;
-    bool grown = size >= 0 && fileMayHold(file, size) && growPoints(pointList, size / POINT_SIZE);
+    bool grown = size >= 0 && fileMayHold(file, size) &&
+                 grow(pointList, &pointList->points, size / POINT_SIZE);
     unsigned char *block = static_cast<unsigned char *>(getbytes(file, size));
     if (!grown || block == nullptr) {
         std::free(block);
@@ -240,7 +230,7 @@ static bool countTags(const char *cursor, const char *end, int *count) {
 static bool appendTags(void *block, int size, st_lwTagList *list) {
     int added = 0;
     const char *text = static_cast<const char *>(block);
-    if (!countTags(text, text + size, &added) || !growTags(list, added))
+    if (!countTags(text, text + size, &added) || !grow(list, &list->tags, added))
         return false;
     unsigned char *cursor = static_cast<unsigned char *>(block);
     set_flen(0);

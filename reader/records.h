@@ -4,8 +4,11 @@
 // A file may hold any number of records of a kind: no list is walked for each of them.
 #pragma once
 
+#include "reader/largeArrays.h"
 #include "reader/lwio.h"
+#include "reader/objectRecords.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 // ------------------------------------------------------------------- new records
@@ -15,11 +18,25 @@ template <typename Record> Record *newRecord() {
     return static_cast<Record *>(std::calloc(1, sizeof(Record)));
 }
 
+// Zeroed but for contrast, brightness, saturation and gamma, which are 1. Null without memory.
+st_lwClip *newClip();
+
+// Of the given type, enabled, opaque, of size 1, 1, 1. Null without memory.
+st_lwTexture *newTexture(unsigned int type);
+
 // What a walk over sub-chunks cannot go on without: null makes it fail.
 template <typename Block> Block *needed(Block *block) {
     if (block == nullptr)
         set_flen(READ_FAILED);
     return block;
+}
+
+// A record that has been read to its end; null, and the record freed, where that failed.
+template <typename Record> Record *keepIf(bool done, Record *record, void (*freeRecord)(Record *)) {
+    if (done)
+        return record;
+    freeRecord(record);
+    return nullptr;
 }
 
 // Puts an owned string or block, which may be null, in the place of the one before.
@@ -72,6 +89,16 @@ template <typename Record> void reverseRecords(Record **list) {
     }
 }
 
+// A channel of a surface that can have textures, and where these are listed.
+struct st_channelList {
+    unsigned int id;
+    st_lwTexture **textures;
+};
+struct st_channelLists {
+    st_channelList of[10];
+};
+st_channelLists channelLists(st_lwSurface *surface);
+
 // The first record of that index; null if there is none.
 template <typename Record> Record *findRecord(Record *list, int index) {
     while (list != nullptr && list->index != index)
@@ -79,42 +106,30 @@ template <typename Record> Record *findRecord(Record *list, int index) {
     return list;
 }
 
-// Merges two sorted lists by their next links alone; of equal records those of a come first.
-template <typename Record>
-Record *mergeRecords(Record *a, Record *b, int (*compare)(Record *, Record *)) {
-    Record *merged = nullptr;
-    Record **end = &merged;
-    while (a != nullptr && b != nullptr) {
-        Record **first = compare(a, b) <= 0 ? &a : &b;
-        *end = *first;
-        end = &(*first)->next;
-        *first = (*first)->next;
-    }
-    *end = a != nullptr ? a : b;
-    return merged;
-}
-
-// Sorts a list, equal records in the order of their arrival: as if each had been put in by
-// _lwListInsert.
-template <typename Record> void sortRecords(Record **list, int (*compare)(Record *, Record *)) {
-    constexpr int MOST_RUNS = 64;
-    Record *runs[MOST_RUNS] = {}; // sorted; run i is null or of 2 to the power of i records
-    while (*list != nullptr) {
-        Record *run = *list;
-        *list = run->next;
-        run->next = nullptr;
-        int size = 0;
-        for (; runs[size] != nullptr; size++) {
-            run = mergeRecords(runs[size], run, compare);
-            runs[size] = nullptr;
-        }
-        runs[size] = run;
-    }
-    for (Record *run : runs)
-        *list = mergeRecords(run, *list, compare);
-    Record *before = nullptr;
-    for (Record *record = *list; record != nullptr; record = record->next) {
-        record->prev = before;
-        before = record;
-    }
+// Sorts a list as if each of its records, in turn, had been put in by _lwListInsert: by what keyOf
+// gives for it, equal ones in the order in which they stand. False without memory.
+template <typename Record, typename KeyOf, typename IsLess>
+bool sortRecords(Record **list, KeyOf keyOf, IsLess isLess) {
+    struct st_keyed {
+        decltype(keyOf(*list)) key;
+        Record *record;
+    };
+    std::size_t count = 0;
+    for (const Record *record = *list; record != nullptr; record = record->next)
+        count++;
+    if (count < 2)
+        return true;
+    st_keyed *keyed = static_cast<st_keyed *>(allocArray(count, sizeof(st_keyed)));
+    if (keyed == nullptr)
+        return false;
+    for (std::size_t i = 0; i < count; i++, *list = (*list)->next)
+        keyed[i] = {keyOf(*list), *list};
+    std::stable_sort(keyed, keyed + count, [isLess](const st_keyed &a, const st_keyed &b) {
+        return isLess(a.key, b.key);
+    });
+    for (std::size_t i = count; i > 0; i--)
+        prependRecord(list, keyed[i - 1].record);
+    (*list)->prev = nullptr;
+    std::free(keyed);
+    return true;
 }

@@ -2,7 +2,6 @@
 #include "reader/lwo2.h"
 #include "reader/records.h"
 #include "reader/subChunks.h"
-#include "reader/texture.h"
 
 st_lwSurface *lwDefaultSurface() {
     st_lwSurface *surface = newRecord<st_lwSurface>();
@@ -18,11 +17,17 @@ st_lwSurface *lwDefaultSurface() {
     return surface;
 }
 
-st_textureLists textureListsOf(st_lwSurface *surface) {
-    return {{&surface->color.textures, &surface->luminosity.textures, &surface->diffuse.textures,
-             &surface->specularity.textures, &surface->glossiness.textures,
-             &surface->reflection.textures, &surface->transparency.textures, &surface->eta.textures,
-             &surface->translucency.textures, &surface->bump.textures}};
+st_channelLists channelLists(st_lwSurface *surface) {
+    return {{{lwID("COLR"), &surface->color.textures},
+             {lwID("LUMI"), &surface->luminosity.textures},
+             {lwID("DIFF"), &surface->diffuse.textures},
+             {lwID("SPEC"), &surface->specularity.textures},
+             {lwID("GLOS"), &surface->glossiness.textures},
+             {lwID("REFL"), &surface->reflection.textures},
+             {lwID("TRAN"), &surface->transparency.textures},
+             {lwID("RIND"), &surface->eta.textures},
+             {lwID("TRNL"), &surface->translucency.textures},
+             {lwID("BUMP"), &surface->bump.textures}}};
 }
 
 void lwFreeSurface(st_lwSurface *surface) {
@@ -31,40 +36,24 @@ void lwFreeSurface(st_lwSurface *surface) {
     std::free(surface->name);
     std::free(surface->srcName);
     _lwListFree(surface->shaders, lwFreePlugin);
-    for (st_lwTexture **textures : textureListsOf(surface).lists)
-        _lwListFree(*textures, lwFreeTexture);
+    for (st_channelList channel : channelLists(surface).of)
+        _lwListFree(*channel.textures, lwFreeTexture);
     std::free(surface);
 }
 
 // ---------------------------------------------------------------- blocks (BLOK)
-
-// Where the textures of a channel go; null for an ID that is no channel.
-static st_lwTexture **texturesOfChannel(st_lwSurface *surface, unsigned int channel) {
-    switch (channel) {
-    case lwID("COLR"): return &surface->color.textures;
-    case lwID("LUMI"): return &surface->luminosity.textures;
-    case lwID("DIFF"): return &surface->diffuse.textures;
-    case lwID("SPEC"): return &surface->specularity.textures;
-    case lwID("GLOS"): return &surface->glossiness.textures;
-    case lwID("REFL"): return &surface->reflection.textures;
-    case lwID("TRAN"): return &surface->transparency.textures;
-    case lwID("RIND"): return &surface->eta.textures;
-    case lwID("TRNL"): return &surface->translucency.textures;
-    case lwID("BUMP"): return &surface->bump.textures;
-    default: return nullptr;
-    }
-}
 
 // A texture of no known channel is read and dropped.
 static bool readTexture(std::FILE *file, int size, unsigned int type, st_lwSurface *surface) {
     st_lwTexture *texture = lwGetTexture(file, size, type);
     if (texture == nullptr)
         return false;
-    st_lwTexture **textures = texturesOfChannel(surface, texture->channel);
-    if (textures != nullptr)
-        prependRecord(textures, texture);
-    else
-        lwFreeTexture(texture);
+    for (st_channelList channel : channelLists(surface).of)
+        if (channel.id == texture->channel) {
+            prependRecord(channel.textures, texture);
+            return true;
+        }
+    lwFreeTexture(texture);
     return true;
 }
 
@@ -115,14 +104,19 @@ static void getAlpha(std::FILE *file, st_lwSurface *surface) {
     surface->alpha = getF4(file);
 }
 
-// The lists have grown at the front.
-static void sortLists(st_lwSurface *surface) {
-    reverseRecords(&surface->shaders);
-    sortRecords(&surface->shaders, compare_shaders);
-    for (st_lwTexture **textures : textureListsOf(surface).lists) {
-        reverseRecords(textures);
-        sortRecords(textures, compare_textures);
-    }
+// Sorts a list that has grown at the front. False without memory.
+template <typename Record> static bool sortByOrdinal(Record **list) {
+    reverseRecords(list);
+    return sortRecords(
+        list, [](const Record *record) { return record->ordinal; },
+        [](const char *a, const char *b) { return compareStrings(a, b) < 0; });
+}
+
+static bool sortLists(st_lwSurface *surface) {
+    bool done = sortByOrdinal(&surface->shaders);
+    for (st_channelList channel : channelLists(surface).of)
+        done = sortByOrdinal(channel.textures) && done;
+    return done;
 }
 
 static void readSubChunk(std::FILE *file, unsigned int id, int length, st_lwSurface *surface) {
@@ -167,10 +161,5 @@ st_lwSurface *lwGetSurface(std::FILE *file, int cksize) {
     surface->srcName = getS0(file);
     while (nextSubChunk(&subs))
         readSubChunk(file, subs.id, subs.length, surface);
-    sortLists(surface);
-    if (subs.failed) {
-        lwFreeSurface(surface);
-        return nullptr;
-    }
-    return surface;
+    return keepIf(sortLists(surface) && !subs.failed, surface, lwFreeSurface);
 }

@@ -71,10 +71,7 @@ st_tagSurfaces *beginTagSurfaces(st_lwTagList *tagList, st_lwSurface **surfaces,
     if (done)
         matchNames(made, order);
     std::free(order);
-    if (done)
-        return made;
-    endTagSurfaces(made);
-    return nullptr;
+    return keepIf(done, made, endTagSurfaces);
 }
 
 void endTagSurfaces(st_tagSurfaces *tagSurfaces) {

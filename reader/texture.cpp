@@ -1,8 +1,6 @@
 // Surface textures: a BLOK of type IMAP, PROC or GRAD. The block's header (ordinal, channel,
 // opacity) comes first, then the sub-chunks of its type, one of which, TMAP, holds the
 // placement in space.
-#include "reader/texture.h"
-
 #include "reader/lwo2.h"
 #include "reader/records.h"
 #include "reader/subChunks.h"

@@ -106,107 +106,91 @@ st_lwVMap *lwGetVMap(std::FILE *file, int size, int /*pointOffset*/, int /*polyg
         done = readBody(body, body + size, vmap);
     }
     std::free(body);
-    if (!done) {
-        lwFreeVMap(vmap);
-        return nullptr;
-    }
-    return vmap;
+    return keepIf(done, vmap, lwFreeVMap);
 }
 
 // ---------------------------------------------------------------------- references
 
-// Both kinds are counted, and then listed in a second, equal walk.
+// Where the entries for a point or a corner are listed.
+struct st_refList {
+    int *count;
+    st_lwVMapRef **refs;
+};
 
 // Counts an entry for a point or corner, which forgets what it knew.
-static void countRef(int *count, st_lwVMapRef **refs) {
-    if (*refs != nullptr) {
-        replaceOwned(refs, static_cast<st_lwVMapRef *>(nullptr));
-        *count = 0;
+static void countRef(st_refList list) {
+    if (*list.refs != nullptr) {
+        replaceOwned(list.refs, static_cast<st_lwVMapRef *>(nullptr));
+        *list.count = 0;
     }
-    ++*count;
+    ++*list.count;
 }
 
 // Lists an entry; the first one makes room for all that were counted. False without memory.
-static bool addRef(int *count, st_lwVMapRef **refs, st_lwVMap *vmap, int entry) {
-    if (*refs == nullptr) {
-        *refs = static_cast<st_lwVMapRef *>(
-            allocArray(static_cast<std::size_t>(*count), sizeof(st_lwVMapRef)));
-        if (*refs == nullptr)
+static bool addRef(st_refList list, st_lwVMap *vmap, int entry) {
+    if (*list.refs == nullptr) {
+        *list.refs = static_cast<st_lwVMapRef *>(
+            allocArray(static_cast<std::size_t>(*list.count), sizeof(st_lwVMapRef)));
+        if (*list.refs == nullptr)
             return false;
-        *count = 0;
+        *list.count = 0;
     }
-    (*refs)[(*count)++] = {vmap, entry};
+    (*list.refs)[(*list.count)++] = {vmap, entry};
     return true;
 }
 
-// False when an entry is for a point that is not there.
-static bool countPointRefs(st_lwPointList *points, const st_lwVMap *vmap) {
+// Counts the entries of a map, or lists them. find(vmap, entry, &list) says where, which may be
+// nowhere; it is false for a point or polygon that is not there.
+template <typename Find> static bool walkEntries(st_lwVMap *vmap, bool counting, Find find) {
     for (int entry = 0; entry < vmap->count; entry++) {
-        int index = vmap->pointIndices[entry];
-        if (index < 0 || index >= points->count)
+        st_refList list = {};
+        if (!find(vmap, entry, &list))
             return false;
-        countRef(&points->points[index].vmapCount, &points->points[index].vmapRefs);
+        if (list.refs == nullptr)
+            continue;
+        if (counting)
+            countRef(list);
+        else if (!addRef(list, vmap, entry))
+            return false;
     }
     return true;
 }
 
-static bool addPointRefs(st_lwPointList *points, st_lwVMap *vmap) {
-    for (int entry = 0; entry < vmap->count; entry++) {
-        st_lwPoint *point = &points->points[vmap->pointIndices[entry]];
-        if (!addRef(&point->vmapCount, &point->vmapRefs, vmap, entry))
-            return false;
-    }
-    return true;
+// All maps of a kind are counted before any is listed.
+template <typename Find> static int listEntries(st_lwVMap *vmaps, int perPolygon, Find find) {
+    for (bool counting : {true, false})
+        for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
+            if (vmap->perPolygon == perPolygon && !walkEntries(vmap, counting, find))
+                return 0;
+    return 1;
 }
 
 int lwGetPointVMaps(st_lwPointList *pointList, st_lwVMap *vmaps) {
-    for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
-        if (vmap->perPolygon == 0 && !countPointRefs(pointList, vmap))
-            return 0;
-    for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
-        if (vmap->perPolygon == 0 && !addPointRefs(pointList, vmap))
-            return 0;
-    return 1;
+    return listEntries(vmaps, false,
+                       [pointList](const st_lwVMap *vmap, int entry, st_refList *list) {
+                           int index = vmap->pointIndices[entry];
+                           if (index < 0 || index >= pointList->count)
+                               return false;
+                           st_lwPoint *point = &pointList->points[index];
+                           *list = {&point->vmapCount, &point->vmapRefs};
+                           return true;
+                       });
 }
 
-// The corner that an entry is for; null when the polygon does not use the point.
-static st_lwPolygonVertex *findCorner(const st_lwPolygonList *polygons, const st_lwVMap *vmap,
-                                      int entry) {
-    const st_lwPolygon *polygon = &polygons->polygons[vmap->polygonIndices[entry]];
+// The list of the polygon's first corner at the point; none when the polygon does not use it.
+static st_refList cornerList(const st_lwPolygon *polygon, int point) {
     for (int i = 0; i < polygon->vertexCount; i++)
-        if (polygon->vertices[i].index == vmap->pointIndices[entry])
-            return &polygon->vertices[i];
-    return nullptr;
-}
-
-// False when an entry is for a polygon that is not there.
-static bool countCornerRefs(st_lwPolygonList *polygons, const st_lwVMap *vmap) {
-    for (int entry = 0; entry < vmap->count; entry++) {
-        int index = vmap->polygonIndices[entry];
-        if (index < 0 || index >= polygons->count)
-            return false;
-        st_lwPolygonVertex *corner = findCorner(polygons, vmap, entry);
-        if (corner != nullptr)
-            countRef(&corner->vmapCount, &corner->vmapRefs);
-    }
-    return true;
-}
-
-static bool addCornerRefs(st_lwPolygonList *polygons, st_lwVMap *vmap) {
-    for (int entry = 0; entry < vmap->count; entry++) {
-        st_lwPolygonVertex *corner = findCorner(polygons, vmap, entry);
-        if (corner != nullptr && !addRef(&corner->vmapCount, &corner->vmapRefs, vmap, entry))
-            return false;
-    }
-    return true;
+        if (polygon->vertices[i].index == point)
+            return {&polygon->vertices[i].vmapCount, &polygon->vertices[i].vmapRefs};
+    return {};
 }
 
 int lwGetPolyVMaps(st_lwPolygonList *polygonList, st_lwVMap *vmaps) {
-    for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
-        if (vmap->perPolygon != 0 && !countCornerRefs(polygonList, vmap))
-            return 0;
-    for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
-        if (vmap->perPolygon != 0 && !addCornerRefs(polygonList, vmap))
-            return 0;
-    return 1;
+    return listEntries(vmaps, 1, [polygonList](const st_lwVMap *vmap, int entry, st_refList *list) {
+        int index = vmap->polygonIndices[entry];
+        if (index < 0 || index >= polygonList->count)
+            return false;
+        *list = cornerList(&polygonList->polygons[index], vmap->pointIndices[entry]);
+        return true;
+    });
 }
