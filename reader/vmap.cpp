@@ -118,12 +118,13 @@ struct st_refList {
 };
 
 // Counts an entry for a point or corner, which forgets what it knew.
-static void countRef(st_refList list) {
+static bool countRef(st_refList list, st_lwVMap * /*vmap*/, int /*entry*/) {
     if (*list.refs != nullptr) {
         replaceOwned(list.refs, static_cast<st_lwVMapRef *>(nullptr));
         *list.count = 0;
     }
     ++*list.count;
+    return true;
 }
 
 // Lists an entry; the first one makes room for all that were counted. False without memory.
@@ -139,42 +140,34 @@ static bool addRef(st_refList list, st_lwVMap *vmap, int entry) {
     return true;
 }
 
-// Counts the entries of a map, or lists them. find(vmap, entry, &list) says where, which may be
-// nowhere; it is false for a point or polygon that is not there.
-template <typename Find> static bool walkEntries(st_lwVMap *vmap, bool counting, Find find) {
-    for (int entry = 0; entry < vmap->count; entry++) {
-        st_refList list = {};
-        if (!find(vmap, entry, &list))
-            return false;
-        if (list.refs == nullptr)
+// Does visit for every entry of the maps of a kind. find(vmap, entry, &list) says where it is
+// listed, which may be nowhere; it is false for a point or polygon that is not there.
+template <bool (*visit)(st_refList, st_lwVMap *, int), typename Find>
+static bool forEachEntry(st_lwVMap *vmaps, bool perPolygon, Find find) {
+    for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next) {
+        if ((vmap->perPolygon != 0) != perPolygon)
             continue;
-        if (counting)
-            countRef(list);
-        else if (!addRef(list, vmap, entry))
-            return false;
+        for (int entry = 0; entry < vmap->count; entry++) {
+            st_refList list = {};
+            if (!find(vmap, entry, &list) || (list.refs != nullptr && !visit(list, vmap, entry)))
+                return false;
+        }
     }
     return true;
 }
 
-// All maps of a kind are counted before any is listed.
-template <typename Find> static int listEntries(st_lwVMap *vmaps, int perPolygon, Find find) {
-    for (bool counting : {true, false})
-        for (st_lwVMap *vmap = vmaps; vmap != nullptr; vmap = vmap->next)
-            if (vmap->perPolygon == perPolygon && !walkEntries(vmap, counting, find))
-                return 0;
-    return 1;
-}
-
 int lwGetPointVMaps(st_lwPointList *pointList, st_lwVMap *vmaps) {
-    return listEntries(vmaps, false,
-                       [pointList](const st_lwVMap *vmap, int entry, st_refList *list) {
-                           int index = vmap->pointIndices[entry];
-                           if (index < 0 || index >= pointList->count)
-                               return false;
-                           st_lwPoint *point = &pointList->points[index];
-                           *list = {&point->vmapCount, &point->vmapRefs};
-                           return true;
-                       });
+    auto find = [pointList](const st_lwVMap *vmap, int entry, st_refList *list) {
+        int index = vmap->pointIndices[entry];
+        if (index < 0 || index >= pointList->count)
+            return false;
+        st_lwPoint *point = &pointList->points[index];
+        *list = {&point->vmapCount, &point->vmapRefs};
+        return true;
+    };
+    return forEachEntry<countRef>(vmaps, false, find) && forEachEntry<addRef>(vmaps, false, find)
+               ? 1
+               : 0;
 }
 
 // The list of the polygon's first corner at the point; none when the polygon does not use it.
@@ -186,11 +179,13 @@ static st_refList cornerList(const st_lwPolygon *polygon, int point) {
 }
 
 int lwGetPolyVMaps(st_lwPolygonList *polygonList, st_lwVMap *vmaps) {
-    return listEntries(vmaps, 1, [polygonList](const st_lwVMap *vmap, int entry, st_refList *list) {
+    auto find = [polygonList](const st_lwVMap *vmap, int entry, st_refList *list) {
         int index = vmap->polygonIndices[entry];
         if (index < 0 || index >= polygonList->count)
             return false;
         *list = cornerList(&polygonList->polygons[index], vmap->pointIndices[entry]);
         return true;
-    });
+    };
+    return forEachEntry<countRef>(vmaps, true, find) && forEachEntry<addRef>(vmaps, true, find) ? 1
+                                                                                                : 0;
 }
