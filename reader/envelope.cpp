@@ -8,15 +8,11 @@
 
 // ------------------------------------------------------------------------- release
 
-static void freeKey(st_lwKey *key) {
-    std::free(key);
-}
-
 void lwFreeEnvelope(st_lwEnvelope *envelope) {
     if (envelope == nullptr)
         return;
     std::free(envelope->name);
-    _lwListFree(envelope->keys, freeKey);
+    _lwListFree<st_lwKey>(envelope->keys, [](st_lwKey *key) { std::free(key); });
     _lwListFree(envelope->cfilters, lwFreePlugin);
     std::free(envelope);
 }

@@ -43,7 +43,8 @@ static void readPolygons(const unsigned char *cursor, st_lwPolygonList *list, in
         if (polygon->vertices == nullptr)
             polygon->vertices = vertex;
         for (int j = 0; j < polygon->vertexCount; j++)
-            polygon->vertices[j].index = static_cast<int>(takeU2(&cursor)) + pointOffset;
+            polygon->vertices[j] = {
+                static_cast<int>(takeU2(&cursor)) + pointOffset, {}, 0, nullptr};
         vertex += polygon->vertexCount;
         polygon->surfaceTag = takeSurfaceTag(&cursor);
     }
@@ -54,7 +55,7 @@ static bool appendPolygons(const unsigned char *block, int size, st_lwPolygonLis
     int npolygons = 0;
     int nvertices = 0;
     if (!countPolygons(block, block + size, &npolygons, &nvertices) ||
-        lwAllocPolygons(list, npolygons, nvertices) == 0)
+        !addPolygons(list, npolygons, nvertices))
         return false;
     readPolygons(block, list, pointOffset);
     return true;

@@ -3,6 +3,7 @@
 #include "reader/decode.h"
 #include "reader/largeArrays.h"
 #include "reader/lwo2.h"
+#include "reader/records.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -119,19 +120,27 @@ static bool makePolygonRoom(st_lwPolygonList *list, int npolygons, int nvertices
     return true;
 }
 
+bool addPolygons(st_lwPolygonList *list, int npolygons, int nvertices) {
+    if (!makePolygonRoom(list, npolygons, nvertices))
+        return false;
+    st_lwPolygonVertex *vertices = list->polygons[0].vertices;
+    list->offset = list->count;
+    list->count += npolygons;
+    list->vertexOffset = list->vertexCount;
+    list->vertexCount += nvertices;
+    std::fill(list->polygons + list->offset, list->polygons + list->count, st_lwPolygon{});
+    list->polygons[0].vertices = vertices;
+    // Polygon 0 begins with those before it, so that as many of the new ones belong to nobody.
+    if (list->offset == 0 && list->vertexOffset > 0)
+        std::fill_n(vertices + list->vertexOffset, nvertices, st_lwPolygonVertex{});
+    return true;
+}
+
 int lwAllocPolygons(st_lwPolygonList *polygonList, int npolygons, int nvertices) {
-    if (!makePolygonRoom(polygonList, npolygons, nvertices))
+    if (!addPolygons(polygonList, npolygons, nvertices))
         return 0;
-    st_lwPolygonVertex *vertices = polygonList->polygons[0].vertices;
-    polygonList->offset = polygonList->count;
-    polygonList->count += npolygons;
-    polygonList->vertexOffset = polygonList->vertexCount;
-    polygonList->vertexCount += nvertices;
-    std::fill(polygonList->polygons + polygonList->offset,
-              polygonList->polygons + polygonList->count, st_lwPolygon{});
-    std::fill(vertices + polygonList->vertexOffset, vertices + polygonList->vertexCount,
-              st_lwPolygonVertex{});
-    polygonList->polygons[0].vertices = vertices;
+    std::fill_n(polygonList->polygons[0].vertices + polygonList->vertexOffset, nvertices,
+                st_lwPolygonVertex{});
     return 1;
 }
 
@@ -184,7 +193,7 @@ static void readPolygons(const unsigned char *cursor, unsigned int type, st_lwPo
         if (polygon->vertices == nullptr)
             polygon->vertices = vertex;
         for (int j = 0; j < polygon->vertexCount; j++)
-            polygon->vertices[j].index = takeVX(&cursor) + pointOffset;
+            polygon->vertices[j] = {takeVX(&cursor) + pointOffset, {}, 0, nullptr};
         vertex += polygon->vertexCount;
     }
 }
@@ -194,7 +203,7 @@ static bool appendPolygons(const unsigned char *block, int size, unsigned int ty
     int npolygons = 0;
     int nvertices = 0;
     if (!countPolygons(block, block + size, &npolygons, &nvertices) ||
-        lwAllocPolygons(list, npolygons, nvertices) == 0)
+        !addPolygons(list, npolygons, nvertices))
         return false;
     readPolygons(block, type, list, pointOffset);
     return true;

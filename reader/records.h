@@ -99,6 +99,9 @@ struct st_channelLists {
 };
 st_channelLists channelLists(st_lwSurface *surface);
 
+// lwAllocPolygons for a reader that writes all of each vertex: these are not zeroed.
+bool addPolygons(st_lwPolygonList *list, int npolygons, int nvertices);
+
 // The first record of that index; null if there is none.
 template <typename Record> Record *findRecord(Record *list, int index) {
     while (list != nullptr && list->index != index)

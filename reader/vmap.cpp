@@ -165,9 +165,9 @@ int lwGetPointVMaps(st_lwPointList *pointList, st_lwVMap *vmaps) {
         *list = {&point->vmapCount, &point->vmapRefs};
         return true;
     };
-    return forEachEntry<countRef>(vmaps, false, find) && forEachEntry<addRef>(vmaps, false, find)
-               ? 1
-               : 0;
+    bool done =
+        forEachEntry<countRef>(vmaps, false, find) && forEachEntry<addRef>(vmaps, false, find);
+    return done ? 1 : 0;
 }
 
 // The list of the polygon's first corner at the point; none when the polygon does not use it.
@@ -186,6 +186,7 @@ int lwGetPolyVMaps(st_lwPolygonList *polygonList, st_lwVMap *vmaps) {
         *list = cornerList(&polygonList->polygons[index], vmap->pointIndices[entry]);
         return true;
     };
-    return forEachEntry<countRef>(vmaps, true, find) && forEachEntry<addRef>(vmaps, true, find) ? 1
-                                                                                                : 0;
+    bool done =
+        forEachEntry<countRef>(vmaps, true, find) && forEachEntry<addRef>(vmaps, true, find);
+    return done ? 1 : 0;
 }

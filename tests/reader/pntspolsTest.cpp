@@ -105,6 +105,14 @@ TEST(Polygons, roomIsMadeInWhateverOrder) {
     EXPECT_EQ(list.count, 4);
     lwFreePolygons(&list);
     EXPECT_EQ(list.vertexCapacity, 0);
+    // Read behind vertices that no polygon has: polygon 0 begins with these.
+    ASSERT_EQ(lwAllocPolygons(&list, 0, 2), 1);
+    const std::string chunk = "FACE" + polygon({4, 5, 6});
+    ASSERT_EQ(lwGetPolygons(openBytes(chunk).get(), static_cast<int>(chunk.size()), &list, 0), 1);
+    const st_lwPolygonVertex *vertices = list.polygons[0].vertices;
+    EXPECT_EQ(vertices[2].index, 6);
+    EXPECT_EQ(vertices[4].vmapRefs, nullptr);
+    lwFreePolygons(&list);
 }
 
 // The last polygon of a list made by hand may point nowhere: put right though nothing moves.
