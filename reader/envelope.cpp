@@ -87,11 +87,13 @@ static void readSubChunk(std::FILE *file, unsigned int id, int length, st_lwEnve
 // stays behind the latest of those before it: as if it had that one's time.
 static bool sortKeys(st_lwKey **keys) {
     float latest = -INFINITY;
-    auto timeOf = [&latest](const st_lwKey *key) {
+    auto placed = [&latest](const st_lwKey *key) {
         latest = std::fmax(latest, key->time);
-        return std::isnan(key->time) ? latest : key->time;
+        st_lwKey place = *key;
+        place.time = std::isnan(key->time) ? latest : key->time;
+        return place;
     };
-    return sortRecords(keys, timeOf, [](float a, float b) { return a < b; });
+    return sortRecords(keys, placed, [](st_lwKey a, st_lwKey b) { return compare_keys(&a, &b); });
 }
 
 st_lwEnvelope *lwGetEnvelope(std::FILE *file, int cksize) {

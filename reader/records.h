@@ -109,10 +109,10 @@ template <typename Record> Record *findRecord(Record *list, int index) {
     return list;
 }
 
-// Sorts a list as if each of its records, in turn, had been put in by _lwListInsert: by what keyOf
-// gives for it, equal ones in the order in which they stand. False without memory.
-template <typename Record, typename KeyOf, typename IsLess>
-bool sortRecords(Record **list, KeyOf keyOf, IsLess isLess) {
+// Sorts a list as if each of its records, in turn, had been put in by _lwListInsert: compare is
+// given what keyOf makes of two of them. False without memory.
+template <typename Record, typename KeyOf, typename Compare>
+bool sortRecords(Record **list, KeyOf keyOf, Compare compare) {
     struct st_keyed {
         decltype(keyOf(*list)) key;
         Record *record;
@@ -127,8 +127,8 @@ bool sortRecords(Record **list, KeyOf keyOf, IsLess isLess) {
         return false;
     for (std::size_t i = 0; i < count; i++, *list = (*list)->next)
         keyed[i] = {keyOf(*list), *list};
-    std::stable_sort(keyed, keyed + count, [isLess](const st_keyed &a, const st_keyed &b) {
-        return isLess(a.key, b.key);
+    std::stable_sort(keyed, keyed + count, [compare](const st_keyed &a, const st_keyed &b) {
+        return compare(a.key, b.key) < 0;
     });
     for (std::size_t i = count; i > 0; i--)
         prependRecord(list, keyed[i - 1].record);

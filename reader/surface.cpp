@@ -105,17 +105,16 @@ static void getAlpha(std::FILE *file, st_lwSurface *surface) {
 }
 
 // Sorts a list that has grown at the front. False without memory.
-template <typename Record> static bool sortByOrdinal(Record **list) {
+template <typename Record> static bool sortList(Record **list, int (*compare)(Record *, Record *)) {
     reverseRecords(list);
     return sortRecords(
-        list, [](const Record *record) { return record->ordinal; },
-        [](const char *a, const char *b) { return compareStrings(a, b) < 0; });
+        list, [](Record *record) { return record; }, compare);
 }
 
 static bool sortLists(st_lwSurface *surface) {
-    bool done = sortByOrdinal(&surface->shaders);
+    bool done = sortList(&surface->shaders, compare_shaders);
     for (st_channelList channel : channelLists(surface).of)
-        done = sortByOrdinal(channel.textures) && done;
+        done = sortList(channel.textures, compare_textures) && done;
     return done;
 }
 
