@@ -40,7 +40,7 @@ static void readPolygons(const unsigned char *cursor, st_lwPolygonList *list, in
         st_lwPolygon *polygon = &list->polygons[i];
         polygon->vertexCount = static_cast<int>(takeU2(&cursor));
         polygon->type = lwID("FACE");
-        if (polygon->vertices == nullptr)
+        if (i > 0) // that of polygon 0 stands already
             polygon->vertices = vertex;
         for (int j = 0; j < polygon->vertexCount; j++)
             polygon->vertices[j] = {

@@ -190,7 +190,7 @@ static void readPolygons(const unsigned char *cursor, unsigned int type, st_lwPo
         polygon->vertexCount = static_cast<int>(word & VERTEX_COUNT_MASK);
         polygon->flags = static_cast<int>(word & FLAGS_MASK);
         polygon->type = type;
-        if (polygon->vertices == nullptr)
+        if (i > 0) // that of polygon 0 stands already
             polygon->vertices = vertex;
         for (int j = 0; j < polygon->vertexCount; j++)
             polygon->vertices[j] = {takeVX(&cursor) + pointOffset, {}, 0, nullptr};
