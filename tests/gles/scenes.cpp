@@ -140,8 +140,10 @@ static void drawFlat() {
     glEnd();
 }
 
-// Whatever follows the colour keeps it when it no longer does.
+// Whatever follows the colour keeps it when it no longer does, and nothing else sets it meanwhile;
+// what is to follow it has it at once.
 static void drawKeptColor() {
+    const float blue[4] = {0.1F, 0.2F, 0.9F, 1.0F};
     placeEye(-20.0F, 0.0F);
     glEnable(GL_LIGHT0);
     glEnable(GL_LIGHTING);
@@ -150,7 +152,15 @@ static void drawKeptColor() {
     glEnable(GL_COLOR_MATERIAL);
     glDisable(GL_COLOR_MATERIAL);
     glColor3f(0.9F, 0.1F, 0.1F);
-    drawSheet(2.5F);
+    glTranslatef(-0.9F, 0.0F, 0.0F);
+    drawSheet(1.6F);
+    glColor3f(0.4F, 0.3F, 0.1F);
+    glEnable(GL_COLOR_MATERIAL);
+    glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, blue);
+    glColorMaterial(GL_FRONT, GL_EMISSION);
+    glDisable(GL_COLOR_MATERIAL);
+    glTranslatef(1.8F, 0.0F, 0.0F);
+    drawSheet(1.6F);
 }
 
 // ---------------------------------------------------------------------- lines and faces
