@@ -8,7 +8,7 @@ import { join } from 'node:path';
 import puppeteer from 'puppeteer-core';
 import { serve } from '../../web/server.mjs';
 
-const FIREFOX = process.env.BROWSER === 'firefox';
+export const FIREFOX = process.env.BROWSER === 'firefox';
 
 const CHROMIUM_FLAGS = [
   '--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',

@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { readFileSync, readdirSync, statSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
-import { ready, startBench, until, withPage } from './browser.mjs';
+import { FIREFOX, ready, startBench, until, withPage } from './browser.mjs';
 
 const WEB = process.env.WEB_FOLDER;
 const STILLS = process.env.STILLS_FOLDER;
@@ -18,7 +18,7 @@ const withShow = (options, act) => withPage(bench, options, async (page) => {
   await act(page);
 });
 const frameOf = (page) => page.evaluate(() => window.show.frame);
-const stateOf = (page) => page.evaluate(() => document.getElementById('show').dataset.state);
+const stateOf = (page) => page.evaluate(() => document.getElementById('player').dataset.state);
 const isSilent = (page) => page.evaluate(() => document.getElementById('music').networkState === HTMLMediaElement.NETWORK_NO_SOURCE);
 const press = (page, key) => page.keyboard.press(key);
 
@@ -148,9 +148,9 @@ test('opens with a picture and a button, and plays in step with the music', () =
     }));
     if (await isSilent(page)) return; // a browser that plays nothing where there is no sound card
     assert.ok(drift < 8, `frames out of step: ${drift}`);
-    await until(page, () => document.getElementById('show').dataset.bar === 'hidden');
+    await until(page, () => document.getElementById('player').dataset.bar === 'hidden');
     await page.mouse.move(300, 300);
-    await until(page, () => document.getElementById('show').dataset.bar === 'shown');
+    await until(page, () => document.getElementById('player').dataset.bar === 'shown');
   }));
 
 test('shows sixty frames a second without music, and says that it is silent', () =>
@@ -175,7 +175,7 @@ test('pauses, goes on and ends', () =>
     assert.equal(await frameOf(page), stood);
     assert.ok(await page.evaluate(() => document.getElementById('music').paused));
     await page.evaluate(() => window.show.play());
-    await until(page, () => document.getElementById('show').dataset.state === 'closed');
+    await until(page, () => document.getElementById('player').dataset.state === 'closed');
   }));
 
 test('obeys the keys', () =>
@@ -200,7 +200,7 @@ test('obeys the keys', () =>
 test('fills the screen and leaves it', () =>
   withShow({ query: '?frame=5000' }, async (page) => {
     await page.click('#full');
-    await until(page, () => document.fullscreenElement?.id === 'show');
+    await until(page, () => document.fullscreenElement?.id === 'player');
     await page.click('#full');
     await until(page, () => document.fullscreenElement === null);
   }));
@@ -280,11 +280,27 @@ for (const [name, alter, says] of CUTS)
     withPage(bench, { alter, errors: /./ }, async (page) => {
       assert.match(await troubleOf(page), says);
       bench.alter = null;
-      if (/program/.test(name)) return; // a browser remembers that a module was missing
       await page.click('#trouble-again');
       await ready(page);
       assert.equal(await page.$eval('#trouble', (trouble) => trouble.hidden), true);
     }));
+
+const BROKEN = [
+  ['missing', missing(/^player\.js/)],
+  ['cut', trickle('player.js', { upTo: 2000, headers: { 'content-type': 'text/javascript' } })],
+];
+for (const [name, alter] of BROKEN)
+  test(`says so when a part of the page is ${name}`, () =>
+    withPage(bench, { alter, errors: /./ }, async (page) => assert.match(await troubleOf(page), /could not start/)));
+
+test('says that scripts are not allowed', { skip: FIREFOX }, async () => {
+  const page = await bench.browser.newPage();
+  await page.setJavaScriptEnabled(false);
+  await page.goto(bench.address);
+  const box = await (await page.$('noscript .trouble')).boundingBox();
+  await page.close();
+  assert.ok(box.y > 0 && box.y < 500 && box.height > 20);
+});
 
 test('gets along with hosts and browsers that unpack otherwise', async () => {
   const unpacking = trickle('show.tar.gz', { headers: { 'content-encoding': 'gzip' } });

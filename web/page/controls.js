@@ -8,7 +8,7 @@ const byId = (id) => document.getElementById(id);
 // Calls act with what the viewer asks for; nothing here knows the show.
 //   act: { begin(), toggle(), seek(frame), end() }
 export function makeControls(music, act, say) {
-  const stage = byId('show');
+  const stage = byId('player');
   const line = byId('time-line');
   const lastFrame = Number(line.max);
   let frame = 0;

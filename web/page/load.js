@@ -71,6 +71,16 @@ function untar(archive) {
   return files;
 }
 
+// Browsers that compile programs may still refuse to on a page with a strict policy.
+function hasWasm() {
+  const EMPTY = [0, 0x61, 0x73, 0x6d, 1, 0, 0, 0];
+  try {
+    return new WebAssembly.Module(new Uint8Array(EMPTY)) instanceof WebAssembly.Module;
+  } catch {
+    return false;
+  }
+}
+
 export function hasWebGl() {
   return document.createElement('canvas').getContext('webgl2') !== null;
 }
@@ -97,10 +107,13 @@ function callable(engine, said) {
     .map(([name, call]) => [name.slice(1), guarded(call)]));
 }
 
+let tries = 0;
 export async function loadShow(canvas, { onBytes, musicVolume }) {
-  if (!('WebAssembly' in globalThis)) throw noWasm();
+  if (!hasWasm()) throw noWasm();
   if (!hasWebGl()) throw noWebGl();
-  const makeEngine = import('./engine.js').catch((cause) => { throw missingFile('engine.js', cause); });
+  // A browser remembers that a module could not be fetched, by its address.
+  const again = tries++ > 0 ? `?try=${tries}` : '';
+  const makeEngine = import(`./engine.js${again}`).catch((cause) => { throw missingFile('engine.js', cause); });
   makeEngine.catch(() => {}); // heard below, once the pack is there
   const files = untar(await fetchPack(onBytes));
   const said = [];

@@ -10,7 +10,7 @@ import { makePlayer } from './player.js';
 import { fitCanvas, watchStage } from './stage.js';
 
 const byId = (id) => document.getElementById(id);
-const stage = byId('show');
+const stage = byId('player');
 const canvas = byId('stage');
 const LAST_FRAME = Number(byId('time-line').max);
 
