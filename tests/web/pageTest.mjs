@@ -335,6 +335,40 @@ test('waits for music that is late, and says so', () => {
   });
 });
 
+test('winds music that its host sends whole only', { skip: FIREFOX }, () => {
+  const whole = trickle('music.ogg', { headers: { 'content-type': 'audio/ogg' } });
+  return withShow({ alter: whole }, async (page) => {
+    const joins = (from, to) => until(page, (a, b) => {
+      const { currentTime, paused } = document.getElementById('music');
+      return !paused && currentTime > a && currentTime < b && Math.abs(currentTime - window.show.frame / 60) < 0.3;
+    }, from, to);
+    await page.click('#begin');
+    await until(page, () => window.show.frame > 30);
+    await page.evaluate(() => window.show.seek(6000));
+    await joins(100, 130);
+    await page.evaluate(() => window.show.seek(15000));
+    await joins(250, 280);
+  });
+});
+
+test('goes on when the music ends too early', { skip: FIREFOX }, () =>
+  withShow({ alter: trickle('music.ogg', { upTo: 100_000, headers: { 'content-type': 'audio/ogg' } }) }, async (page) => {
+    await page.click('#begin');
+    await until(page, () => /ends here/.test(document.getElementById('note').textContent));
+    const ended = await frameOf(page);
+    await until(page, (from) => window.show.frame > from + 60, ended);
+  }));
+
+test('stands when something else stops the music, and goes on with it', { skip: FIREFOX }, () =>
+  withShow({}, async (page) => {
+    await page.click('#begin');
+    await until(page, () => window.show.frame > 30);
+    await page.evaluate(() => document.getElementById('music').pause()); // as a telephone call does
+    await until(page, () => document.getElementById('player').dataset.state === 'paused');
+    await page.evaluate(() => document.getElementById('music').play());
+    await until(page, () => document.getElementById('player').dataset.state === 'playing');
+  }));
+
 test('plays in a frame of another page', () => {
   const embedding = (request, response, path) => {
     if (path !== 'embed.html') return false;

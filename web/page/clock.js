@@ -26,7 +26,7 @@ export function makeClock() {
     stop() {
       since = null;
     },
-    // music.state: 'sounds' at music.time, 'waits' for its bytes, or 'silent', which leads nobody.
+    // music.state: 'sounds' at music.time, 'waits' for its bytes; any other leads nobody.
     read(now, music) {
       if (since === null) return shown;
       if (music.state !== 'waits') shown += now - since;

@@ -52,11 +52,21 @@ function showBytes(done, whole) {
 let player = null;
 let wanted = askedFrame() === null ? 'nothing' : 'frame'; // until it is loaded: nothing, frame, playing
 
-const music = makeMusic(byId('music'), (text) => say(text, 6000));
+const WAITING = 'Waiting for the music …';
+const music = makeMusic(byId('music'), {
+  onSay: (text) => say(text, 6000),
+  onStopped: () => player?.pause(),
+  onStarted: () => play(),
+});
 
 function play() {
   if (player) player.play();
   else want('playing');
+}
+// Music may begin only while a click or a key is being heard; the show may still be on its way.
+function begin() {
+  if (!player) music.unlock();
+  play();
 }
 function want(what) {
   wanted = what;
@@ -86,12 +96,8 @@ function close() {
 }
 
 const controls = makeControls(music, {
-  begin() {
-    // Music may begin only while a click is being heard; the show may still be on its way.
-    if (!player) music.unlock();
-    play();
-  },
-  toggle() { if (player?.state === 'playing') pause(); else play(); },
+  begin,
+  toggle() { if (player?.state === 'playing' || wanted === 'playing') pause(); else begin(); },
   seek,
   end,
 }, say);
@@ -110,7 +116,10 @@ async function open() {
       if (state === 'over') close();
       else controls.showState(state);
     },
-    onWait: (waits) => say(waits ? 'Waiting for the music …' : '', Infinity),
+    onWait(waits) {
+      if (waits) say(WAITING, Infinity);
+      else if (byId('note').textContent === WAITING) say('');
+    },
     onTrouble: showTrouble,
   });
   watchStage(canvas, player, say);
@@ -119,6 +128,7 @@ async function open() {
   byId('progress').textContent = '5 minutes, with music';
   if (asked !== null) controls.showState('paused');
   if (wanted === 'playing') player.play();
+  wanted = 'nothing';
 }
 
 // ready is one promise, however often the viewer has to try.

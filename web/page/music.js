@@ -1,81 +1,150 @@
 // The music of the page's audio element: what of it the show's clock can go by.
 //
-//   const music = makeMusic(element, () => {});
+//   const music = makeMusic(element, { onSay(text) {}, onStopped() {}, onStarted() {} });
 //   music.play(12.5); music.pause();
-//   music.status(); // { state: 'sounds' | 'waits' | 'silent', time }
+//   music.status(); // { state: 'sounds' | 'waits' | 'joins' | 'silent', time }
+//
+// onStopped and onStarted: by a telephone call, a key of the machine, whatever else may.
 const STUCK = 1500; // milliseconds that music which claims to play may stand still
+const PATIENCE = 10000; // milliseconds that the show waits for it
+const FAR = 2; // seconds from where it was wound to
 
-export function makeMusic(element, onSilence) {
-  let failed = false; // no file, no format, no winding: the show goes on without
+export function makeMusic(element, { onSay, onStopped, onStarted }) {
+  let failed = false; // no file, no format: the show goes on without
+  let stuck = false; // until it is paused: it may have been the machine's sound
+  let beyond = false; // asked for a time that it has not
+  let whole = 'no'; // of a host that sends no parts of it: no, coming, joins, here
   let wanted = false;
+  let unlocking = false;
   let unsaid = ''; // of a failure that nobody has missed the music for yet
   let moved = { time: 0, at: 0 }; // what the music showed when it last moved, and when
+  let woundTo = 0;
+  let waitsSince = 0; // 0: it does not
+  let toldLate = false;
   let share = 1; // the show's
   let loudness = 1; // the viewer's
 
-  const silence = (text) => {
+  const fail = (text) => {
     if (failed) return;
     failed = true;
     element.pause();
-    if (wanted) onSilence(text);
+    if (wanted) onSay(text);
     else unsaid = text;
   };
-  const noMusic = () => silence('The music could not be played: the show goes on in silence.');
+  const noMusic = () => fail('The music could not be played: the show goes on in silence.');
   element.lastElementChild.addEventListener('error', noMusic);
   element.addEventListener('error', noMusic);
-  const lookForMusic = () => { if (element.networkState === HTMLMediaElement.NETWORK_NO_SOURCE) noMusic(); };
+  const sayItEnds = () => onSay('The file of the music ends here, before the show: it goes on in silence.');
+  element.addEventListener('ended', () => { if (wanted) sayItEnds(); });
+  element.addEventListener('pause', () => {
+    if (wanted && element.paused && !element.ended && !failed && !stuck && !beyond && /no|here/.test(whole)) onStopped();
+  });
+  element.addEventListener('play', () => { if (!wanted && !unlocking) onStarted(); });
+  const lookForMusic = () => { if (whole === 'no' && element.networkState === HTMLMediaElement.NETWORK_NO_SOURCE) noMusic(); };
   lookForMusic(); // its errors may have come and gone
 
-  // Winds to a place. Hosts that send files whole only may leave the music where it is.
-  const wind = (seconds) => {
-    if (Math.abs(element.currentTime - seconds) < 0.02) return;
-    element.currentTime = seconds;
-    element.addEventListener('seeked', () => {
-      if (Math.abs(element.currentTime - seconds) > 2 && !element.ended)
-        silence('The music cannot be wound here: the show goes on in silence.');
-    }, { once: true });
+  // A host that sends files whole only leaves the music where it was, however it is wound.
+  const fetchWhole = async () => {
+    whole = 'coming';
+    element.pause();
+    onSay('The music joins in when it has come whole.');
+    try {
+      const response = await fetch(element.currentSrc);
+      if (!response.ok) throw new Error(String(response.status));
+      element.src = URL.createObjectURL(await response.blob());
+      element.addEventListener('loadedmetadata', () => { whole = 'joins'; }, { once: true });
+    } catch {
+      fail('The music cannot be wound here: the show goes on in silence.');
+    }
   };
+  const canWind = (seconds) => {
+    const { seekable, readyState } = element;
+    if (readyState < HTMLMediaElement.HAVE_METADATA) return true; // for all that is known
+    return Array.from(seekable, (_, k) => k).some((k) => seconds >= seekable.start(k) && seconds <= seekable.end(k));
+  };
+  const wind = (seconds) => {
+    woundTo = seconds;
+    if (Math.abs(element.currentTime - seconds) >= 0.02) element.currentTime = seconds;
+  };
+  element.addEventListener('seeked', () => {
+    if (Math.abs(element.currentTime - woundTo) > FAR && !element.seeking && whole === 'no') fetchWhole();
+  });
 
   const begin = () => element.play().catch((cause) => {
     if (cause.name !== 'NotAllowedError' || element.muted) return;
     element.muted = true; // browsers let it begin unheard
     element.dispatchEvent(new Event('volumechange'));
-    onSilence('The browser keeps the music silent until you switch it on.');
+    onSay('The browser keeps the music silent until you switch it on.');
     begin();
   });
 
   const setVolume = () => { element.volume = share * loudness; };
 
+  // How it is while it is wanted, its length not yet over.
+  const flow = () => {
+    const now = performance.now();
+    const time = element.currentTime;
+    if (!element.paused && !element.seeking && element.readyState >= HTMLMediaElement.HAVE_FUTURE_DATA) {
+      waitsSince = 0;
+      toldLate = false;
+      if (time !== moved.time) moved = { time, at: now };
+      stuck = now - moved.at > STUCK; // a machine without sound, for one
+      if (!stuck) return 'sounds';
+      element.pause();
+      onSay('The music stands still: the show goes on in silence.');
+      return 'silent';
+    }
+    moved = { time, at: now };
+    if (waitsSince === 0) waitsSince = now;
+    if (now - waitsSince <= PATIENCE) return 'waits';
+    if (!toldLate) onSay('The music is late: the show goes on, and the music joins in when it can.');
+    toldLate = true;
+    return 'silent';
+  };
+
   return {
     element,
     // Called while a click is being heard: lets the element play later, without another one.
     unlock() {
-      element.play().then(() => { if (!wanted) element.pause(); }, () => {});
+      unlocking = true;
+      element.play().then(() => { if (!wanted) element.pause(); }, () => {}).finally(() => { unlocking = false; });
     },
     play(seconds) {
       wanted = true;
       lookForMusic();
-      if (unsaid) onSilence(unsaid);
+      if (unsaid) onSay(unsaid);
       unsaid = '';
-      if (failed) return;
+      if (failed || stuck || whole === 'coming') return;
+      if (whole === 'joins') {
+        whole = 'here';
+        onSay('');
+      }
       moved = { time: seconds, at: performance.now() };
-      if (Number.isFinite(element.duration) && seconds >= element.duration) return;
+      beyond = seconds >= element.duration;
+      if (beyond) {
+        element.pause();
+        sayItEnds();
+        return;
+      }
+      if (whole === 'no' && Math.abs(element.currentTime - seconds) > FAR && !canWind(seconds)) {
+        fetchWhole();
+        return;
+      }
       wind(seconds);
       begin();
     },
     pause() {
       wanted = false;
+      stuck = false;
+      waitsSince = 0;
       element.pause();
     },
     status() {
       const time = element.currentTime;
-      if (failed || !wanted || element.ended) return { state: 'silent', time };
-      const flows = !element.paused && !element.seeking && element.readyState >= HTMLMediaElement.HAVE_FUTURE_DATA;
       const over = Number.isFinite(element.duration) && time >= element.duration - 0.05;
-      if (over) return { state: 'silent', time };
-      if (!flows || time !== moved.time) moved = { time, at: performance.now() };
-      else if (performance.now() - moved.at > STUCK) noMusic(); // a machine without sound, for one
-      return { state: flows ? 'sounds' : 'waits', time };
+      if (failed || stuck || beyond || !wanted || element.ended || whole === 'coming') return { state: 'silent', time };
+      if (whole === 'joins') return { state: 'joins', time };
+      return { state: over ? 'silent' : flow(), time };
     },
     setShare(value) {
       share = value;

@@ -46,7 +46,7 @@ export function makePlayer(engine, music, { onFrame, onState, onWait, onTrouble 
     request = requestAnimationFrame(run);
     const heard = music.status();
     const seconds = clock.read(now(), heard);
-    if (clock.isLost(heard)) music.play(seconds);
+    if (heard.state === 'joins' || clock.isLost(heard)) music.play(seconds);
     tellWaiting(heard.state === 'waits');
     if (lost) return;
     if (engine.canvasPlay(seconds) === OVER) end();
