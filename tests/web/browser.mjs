@@ -58,7 +58,7 @@ export async function startBench(folder) {
 // console and requests to elsewhere.
 //   query: '?frame=300'; before: a function that runs in the page ahead of its scripts;
 //   alter: answers requests instead of the host; errors: what the console may say in this test.
-export async function withPage(bench, { query = '', width = 800, height = 600, scale = 1, before = null, alter = null, errors = null }, test) {
+export async function withPage(bench, { query = '', width = 800, height = 600, scale = 1, touch = false, before = null, alter = null, errors = null }, test) {
   const page = await bench.browser.newPage();
   const wrong = [];
   page.on('console', (message) => {
@@ -72,7 +72,7 @@ export async function withPage(bench, { query = '', width = 800, height = 600, s
   });
   bench.alter = alter;
   try {
-    await page.setViewport({ width, height, deviceScaleFactor: FIREFOX ? undefined : scale });
+    await page.setViewport(FIREFOX ? { width, height } : { width, height, deviceScaleFactor: scale, hasTouch: touch, isMobile: touch });
     if (before) await page.evaluateOnNewDocument(before);
     await page.goto(bench.address + query, { waitUntil: 'domcontentloaded' });
     await test(page);

@@ -20,7 +20,12 @@ const withShow = (options, act) => withPage(bench, options, async (page) => {
 const frameOf = (page) => page.evaluate(() => window.show.frame);
 const stateOf = (page) => page.evaluate(() => document.getElementById('player').dataset.state);
 const isSilent = (page) => page.evaluate(() => document.getElementById('music').networkState === HTMLMediaElement.NETWORK_NO_SOURCE);
+const barOf = (page) => page.evaluate(() => document.getElementById('player').dataset.bar);
 const press = (page, key) => page.keyboard.press(key);
+const centre = (page, selector) => page.$eval(selector, (element) => {
+  const box = element.getBoundingClientRect();
+  return [box.x + box.width / 2, box.y + box.height / 2];
+});
 
 // Answers with a file's bytes, as many as `upTo` says, in pieces with pauses between them.
 function trickle(name, { upTo = Infinity, pieces = 1, pause = 0, length = null, headers = {} }) {
@@ -200,6 +205,52 @@ test('obeys the keys', () =>
     assert.equal(await stateOf(page), 'paused');
     await press(page, 'q');
     assert.equal(await stateOf(page), 'closed');
+  }));
+
+test('is within the reach of keys alone while it plays', () =>
+  withShow({}, async (page) => {
+    await press(page, 'Tab');
+    await press(page, 'Enter');
+    await until(page, () => document.getElementById('player').dataset.bar === 'hidden');
+    const reached = [];
+    for (let k = 0; k < 5; k++) {
+      await press(page, 'Tab');
+      reached.push(await page.evaluate(() => document.activeElement.id));
+    }
+    assert.deepEqual(reached, ['time-line', 'play', 'mute', 'volume', 'link']);
+    assert.equal(await barOf(page), 'shown');
+    await press(page, 'q');
+    assert.equal(await page.evaluate(() => document.activeElement.id), 'begin');
+  }));
+
+test('obeys fingers', { skip: FIREFOX }, () =>
+  withShow({ width: 390, height: 844, scale: 2, touch: true }, async (page) => {
+    const tap = async (selector) => page.touchscreen.tap(...(await centre(page, selector)));
+    const seen = (bar, state) => until(page, (...wanted) => {
+      const { bar: shown, state: played } = document.getElementById('player').dataset;
+      return shown === wanted[0] && played === wanted[1];
+    }, bar, state);
+    await tap('#begin');
+    await seen('hidden', 'playing');
+    await tap('#play'); // which nobody sees: it brings the bar
+    await seen('shown', 'playing');
+    await tap('#play');
+    await seen('shown', 'paused');
+    await tap('#play');
+    await seen('hidden', 'playing'); // though the finger was there last
+    await tap('#stage');
+    await seen('shown', 'playing');
+    await tap('#stage');
+    await seen('shown', 'paused');
+    await tap('#stage');
+    await seen('shown', 'playing');
+    const [x, y] = await centre(page, '#time-line');
+    await page.touchscreen.touchStart(x - 130, y);
+    for (let moved = -120; moved <= 60; moved += 20) await page.touchscreen.touchMove(x + moved, y);
+    await page.touchscreen.touchEnd();
+    await until(page, () => window.show.frame > 12000 && window.show.frame < 14500);
+    assert.equal(await stateOf(page), 'playing');
+    await until(page, () => Math.abs(document.getElementById('music').currentTime - window.show.frame / 60) < 0.3);
   }));
 
 test('fills the screen and leaves it', () =>

@@ -17,24 +17,33 @@ export function makeControls(music, act, say) {
   // ------------------------------------------------------------------ bar
 
   const isPlaying = () => stage.dataset.state === 'playing';
+  let touched = false; // not by a mouse, which hovers and is seen coming
   const showBar = () => {
     stage.dataset.bar = 'shown';
     clearTimeout(hide);
     hide = setTimeout(() => {
-      const used = byId('bar').matches(':hover') || byId('bar').contains(document.querySelector(':focus-visible'));
+      const hovered = !touched && byId('bar').matches(':hover');
+      const used = hovered || byId('bar').contains(document.querySelector(':focus-visible'));
       if (isPlaying() && !used) stage.dataset.bar = 'hidden';
       else if (isPlaying()) showBar();
     }, BAR_STAYS);
   };
-  for (const sign of ['pointermove', 'pointerdown', 'focusin', 'keydown']) stage.addEventListener(sign, showBar);
+  const showUntouched = () => { if (!touched) showBar(); };
+  for (const sign of ['pointermove', 'pointerdown'])
+    stage.addEventListener(sign, (event) => {
+      touched = event.pointerType === 'touch';
+      showUntouched();
+    });
+  document.addEventListener('keydown', () => { touched = false; }, { capture: true });
+  stage.addEventListener('focusin', showUntouched);
+  for (const sign of ['keydown', 'input']) stage.addEventListener(sign, showBar);
 
-  // The first touch brings the bar, the next one is for the show; a mouse has brought it by moving.
-  let bringsBar = false;
-  stage.addEventListener('pointerdown', (event) => {
-    bringsBar = event.pointerType === 'touch' && stage.dataset.bar === 'hidden';
-  }, { capture: true });
+  // The first touch brings the bar, the next one is for the show. It comes when the touch is over,
+  // so that none of its buttons comes under the finger.
   const onPicture = (event) => event.target === byId('stage') || event.target === byId('poster');
   stage.addEventListener('click', (event) => {
+    const bringsBar = touched && stage.dataset.bar === 'hidden';
+    showBar();
     if (!onPicture(event) || bringsBar) return;
     if (stage.dataset.state === 'closed') act.begin();
     else act.toggle();
@@ -59,9 +68,10 @@ export function makeControls(music, act, say) {
   byId('volume').addEventListener('input', setLoudness);
 
   const fullElement = () => document.fullscreenElement ?? document.webkitFullscreenElement;
+  const leaveFull = () => (document.exitFullscreen ?? document.webkitExitFullscreen).call(document);
   const toggleFull = async () => {
     try {
-      if (fullElement()) await (document.exitFullscreen ?? document.webkitExitFullscreen).call(document);
+      if (fullElement()) await leaveFull();
       else {
         await (stage.requestFullscreen ?? stage.webkitRequestFullscreen).call(stage);
         await screen.orientation?.lock?.('landscape').catch(() => {}); // telephones
@@ -70,6 +80,7 @@ export function makeControls(music, act, say) {
       say('This browser keeps the page in its window.');
     }
   };
+  byId('full').hidden = !(document.fullscreenEnabled ?? document.webkitFullscreenEnabled);
 
   const copyLink = async () => {
     const link = new URL(location.href);
@@ -78,8 +89,12 @@ export function makeControls(music, act, say) {
     try {
       await navigator.clipboard.writeText(link.href);
       say(`Link to ${timeText(frame)} copied.`);
-    } catch {
-      history.replaceState(null, '', link); // no leave to copy: at least it stands in the address line
+    } catch { // no leave to copy
+      if (window.top !== window) {
+        say(`This moment: ${link.href}`, 15000);
+        return;
+      }
+      history.replaceState(null, '', link);
       say('The link to this moment stands in the address line now.');
     }
   };
@@ -141,6 +156,7 @@ export function makeControls(music, act, say) {
   setLoudness();
   showMute();
   return {
+    leaveFull() { if (fullElement()) leaveFull(); },
     showFrame(at) {
       frame = at;
       const chapter = chapterAt(at);
@@ -155,7 +171,11 @@ export function makeControls(music, act, say) {
       chapterButtons.forEach((button, k) => button.setAttribute('aria-current', String(CHAPTERS[k] === chapter)));
     },
     showState(state) {
+      const held = stage.contains(document.activeElement);
       stage.dataset.state = state;
+      // The button that was pressed goes; the next key goes on from here.
+      if (held && state === 'closed') byId('begin').focus({ preventScroll: true });
+      else if (held && document.activeElement === byId('begin')) byId('stage').focus({ preventScroll: true });
       byId('play').setAttribute('aria-label', state === 'playing' ? 'Pause' : 'Play');
       showBar();
     },

@@ -82,7 +82,7 @@ function seek(frame) {
   if (stage.dataset.state === 'closed') controls.showState('paused');
 }
 function end() {
-  if (document.fullscreenElement) document.exitFullscreen();
+  controls.leaveFull();
   if (!player) return;
   player.end();
   player.seek(0);
