@@ -37,9 +37,10 @@
 //   others     glGetError, glGetFloatv, glGetIntegerv (matrices, stack depths, current values,
 //              viewport, line width, limits), glHint, glPixelZoom (1, 1), glFlush, glFinish
 //
-// Every other function of OpenGL 1.2 exists and does nothing but set GL_INVALID_OPERATION; so does
-// a covered function with a value that OpenGL 1.2 knows and this room does not. A texture that is
-// not complete counts as disabled; of two enabled and complete ones the 2-D one is drawn.
+// Every other function of OpenGL 1.2 but its optional imaging subset exists, and does nothing but
+// set GL_INVALID_OPERATION; so does a covered function with a value that OpenGL 1.2 knows and this
+// room does not. A texture that is not complete counts as disabled; of two enabled and complete
+// ones the 2-D one is drawn.
 //
 // An array's bytes go to a buffer of ES the first time that they are drawn. A copy is kept (at most
 // 256 MB of them; those drawn longest ago go), and each draw compares the bytes with it, eight at a
