@@ -8,15 +8,16 @@
 const STUCK = 1500; // milliseconds that music which claims to play may stand still
 const PATIENCE = 10000; // milliseconds that the show waits for it
 const FAR = 2; // seconds from where it was wound to
+const UNPLAYED = 'The music could not be played: the show goes on in silence.';
 
 export function makeMusic(element, { onSay, onStopped, onStarted }) {
+  let refused = false; // by the element
   let failed = false; // no file, no format: the show goes on without
   let stuck = false; // until it is paused: it may have been the machine's sound
   let beyond = false; // asked for a time that it has not
   let whole = 'no'; // of a host that sends no parts of it: no, coming, joins, here
   let wanted = false;
   let unlocking = false;
-  let unsaid = ''; // of a failure that nobody has missed the music for yet
   let moved = { time: 0, at: 0 }; // what the music showed when it last moved, and when
   let woundTo = 0;
   let waitsSince = 0; // 0: it does not
@@ -28,33 +29,38 @@ export function makeMusic(element, { onSay, onStopped, onStarted }) {
     if (failed) return;
     failed = true;
     element.pause();
-    if (wanted) onSay(text);
-    else unsaid = text;
+    onSay(text);
   };
-  const noMusic = () => fail('The music could not be played: the show goes on in silence.');
-  element.lastElementChild.addEventListener('error', noMusic);
-  element.addEventListener('error', noMusic);
+  // By the element itself; some browsers take music only from hosts that send parts of it.
+  const refuse = () => {
+    refused = true;
+    if (wanted && whole === 'no') fetchWhole();
+  };
+  element.lastElementChild.addEventListener('error', refuse);
+  element.addEventListener('error', () => {
+    if (element.src) fail(UNPLAYED);
+    else refuse();
+  });
   const sayItEnds = () => onSay('The file of the music ends here, before the show: it goes on in silence.');
   element.addEventListener('ended', () => { if (wanted) sayItEnds(); });
   element.addEventListener('pause', () => {
     if (wanted && element.paused && !element.ended && !failed && !stuck && !beyond && /no|here/.test(whole)) onStopped();
   });
-  element.addEventListener('play', () => { if (!wanted && !unlocking) onStarted(); });
-  const lookForMusic = () => { if (whole === 'no' && element.networkState === HTMLMediaElement.NETWORK_NO_SOURCE) noMusic(); };
-  lookForMusic(); // its errors may have come and gone
+  element.addEventListener('play', () => { if (!wanted && !unlocking && !element.paused) onStarted(); });
 
   // A host that sends files whole only leaves the music where it was, however it is wound.
   const fetchWhole = async () => {
     whole = 'coming';
     element.pause();
+    const known = [...element.children].find((source) => element.canPlayType(source.type));
     onSay('The music joins in when it has come whole.');
     try {
-      const response = await fetch(element.currentSrc);
+      const response = await fetch(known.src);
       if (!response.ok) throw new Error(String(response.status));
       element.src = URL.createObjectURL(await response.blob());
       element.addEventListener('loadedmetadata', () => { whole = 'joins'; }, { once: true });
     } catch {
-      fail('The music cannot be wound here: the show goes on in silence.');
+      fail(UNPLAYED);
     }
   };
   const canWind = (seconds) => {
@@ -111,9 +117,12 @@ export function makeMusic(element, { onSay, onStopped, onStarted }) {
     },
     play(seconds) {
       wanted = true;
-      lookForMusic();
-      if (unsaid) onSay(unsaid);
-      unsaid = '';
+      // Its errors may have come and gone before anybody listened.
+      if (whole === 'no' && element.networkState === HTMLMediaElement.NETWORK_NO_SOURCE) refused = true;
+      if (refused && whole === 'no') {
+        begin(); // while the click is being heard
+        fetchWhole();
+      }
       if (failed || stuck || whole === 'coming') return;
       if (whole === 'joins') {
         whole = 'here';
