@@ -25,7 +25,7 @@ void makeOffscreenContext(int /*width*/, int /*height*/, int /*samples*/) {
     glesStart(fakeEs3());
 }
 
-void resolvePicture(int /*width*/, int /*height*/) {}
+void resolvePicture(int /*width*/, int /*height*/, bool /*depths*/) {}
 
 static bool frameDone(int frame, void * /*context*/) {
     if (frame < FIRST_FRAME) {

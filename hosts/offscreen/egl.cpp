@@ -29,8 +29,7 @@ static EGLDisplay openDisplay() {
     return display;
 }
 
-// Null when there is none with so many samples a pixel.
-static EGLConfig findConfig(EGLDisplay display, EGLint renderable, EGLint samples) {
+static EGLConfig chooseConfig(EGLDisplay display, EGLint renderable) {
     const EGLint wanted[] = {EGL_SURFACE_TYPE,
                              EGL_PBUFFER_BIT,
                              EGL_RED_SIZE,
@@ -41,39 +40,27 @@ static EGLConfig findConfig(EGLDisplay display, EGLint renderable, EGLint sample
                              8,
                              EGL_DEPTH_SIZE,
                              24,
-                             EGL_SAMPLES,
-                             samples,
                              EGL_RENDERABLE_TYPE,
                              renderable,
                              EGL_NONE};
     EGLConfig configs[MOST_CONFIGS];
     EGLint count = 0;
-    if (eglChooseConfig(display, wanted, configs, MOST_CONFIGS, &count) != EGL_TRUE)
-        return nullptr;
+    if (eglChooseConfig(display, wanted, configs, MOST_CONFIGS, &count) != EGL_TRUE || count == 0)
+        fail("no pixel format with depth buffer");
     // EGL puts more bits a colour first: slower to read, and other roundings than in a window.
     for (EGLint k = 0; k < count; k++) {
         EGLint red = 0;
         if (eglGetConfigAttrib(display, configs[k], EGL_RED_SIZE, &red) == EGL_TRUE && red == 8)
             return configs[k];
     }
-    return count > 0 ? configs[0] : nullptr;
+    return configs[0];
 }
 
-static EGLConfig chooseConfig(EGLDisplay display, EGLint renderable, int samples) {
-    for (int fewer = samples; fewer > 1; fewer--)
-        if (EGLConfig config = findConfig(display, renderable, fewer); config != nullptr)
-            return config;
-    EGLConfig config = findConfig(display, renderable, 0);
-    if (config == nullptr)
-        fail("no pixel format with depth buffer");
-    return config;
-}
-
-void makeEglContext(EGLenum api, int width, int height, int samples) {
+void makeEglContext(EGLenum api, int width, int height) {
     const bool es = api == EGL_OPENGL_ES_API;
     const EGLint version[] = {EGL_CONTEXT_MAJOR_VERSION, 3, EGL_NONE};
     EGLDisplay display = openDisplay();
-    EGLConfig config = chooseConfig(display, es ? EGL_OPENGL_ES3_BIT : EGL_OPENGL_BIT, samples);
+    EGLConfig config = chooseConfig(display, es ? EGL_OPENGL_ES3_BIT : EGL_OPENGL_BIT);
     eglBindAPI(api);
     EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, es ? version : nullptr);
     if (context == EGL_NO_CONTEXT)

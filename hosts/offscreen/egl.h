@@ -8,6 +8,6 @@
 #include <EGL/egl.h>
 
 // Makes a context with a depth buffer current: legacy OpenGL for EGL_OPENGL_API, OpenGL ES 3 for
-// EGL_OPENGL_ES_API; with samples a pixel, or as many as there can be, where they are 2 or more.
-// When that is impossible, one line on standard error says why and the process ends with status 1.
-void makeEglContext(EGLenum api, int width, int height, int samples);
+// EGL_OPENGL_ES_API. When that is impossible, one line on standard error says why and the process
+// ends with status 1.
+void makeEglContext(EGLenum api, int width, int height);

@@ -7,7 +7,7 @@
 #include <cstddef>
 
 std::vector<unsigned char> readPicture(int width, int height) {
-    resolvePicture(width, height);
+    resolvePicture(width, height, false);
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     const std::size_t row = static_cast<std::size_t>(width) * 3;
     std::vector<unsigned char> rgb(row * static_cast<std::size_t>(height));
@@ -21,8 +21,15 @@ std::vector<unsigned char> readPicture(int width, int height) {
 }
 
 void readRows(int width, int height, std::vector<unsigned char> *rgba) {
-    resolvePicture(width, height);
+    resolvePicture(width, height, false);
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
     rgba->resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
     glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, rgba->data());
+}
+
+std::vector<float> readDepths(int width, int height) {
+    resolvePicture(width, height, true);
+    std::vector<float> depths(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    glReadPixels(0, 0, width, height, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
+    return depths;
 }

@@ -9,7 +9,7 @@
 #include <cstdlib>
 
 void makeOffscreenContext(int width, int height, int /*samples*/) {
-    makeEglContext(EGL_OPENGL_ES_API, width, height, 0);
+    makeEglContext(EGL_OPENGL_ES_API, width, height);
     st_es3 es3;
     if (!fillEs3(&es3, eglGetProcAddress)) {
         std::fprintf(stderr, "es3Context: functions of OpenGL ES 3 are missing\n");
@@ -18,7 +18,7 @@ void makeOffscreenContext(int width, int height, int /*samples*/) {
     glesStart(&es3);
 }
 
-void resolvePicture(int /*width*/, int /*height*/) {}
+void resolvePicture(int /*width*/, int /*height*/, bool /*depths*/) {}
 
 void openDrawGate(bool open) {
     glesDraw(open);

@@ -3,8 +3,6 @@
 
 #include "hosts/offscreen/context.h"
 
-#include <GL/gl.h>
-
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -18,18 +16,12 @@ struct st_drawing {
     std::vector<float> depth;       // bottom row first, as OpenGL counts
 };
 
-static std::vector<float> readDepth(int width, int height) {
-    std::vector<float> depth(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    glReadPixels(0, 0, width, height, GL_DEPTH_COMPONENT, GL_FLOAT, depth.data());
-    return depth;
-}
-
 static st_drawing readDrawing(int width, int height) {
     const int wide = width * ICON_OVERSAMPLING;
     const int high = height * ICON_OVERSAMPLING;
     st_drawing drawing{static_cast<std::size_t>(wide), static_cast<std::size_t>(high), {}, {}};
     drawing.rgb = readPicture(wide, high);
-    drawing.depth = readDepth(wide, high);
+    drawing.depth = readDepths(wide, high);
     return drawing;
 }
 
@@ -64,6 +56,6 @@ std::vector<unsigned char> readIcon(int width, int height) {
 }
 
 bool isAnythingDrawn(int width, int height) {
-    const std::vector<float> depth = readDepth(width, height);
+    const std::vector<float> depth = readDepths(width, height);
     return std::any_of(depth.begin(), depth.end(), [](float value) { return value < 1.0F; });
 }
