@@ -2,7 +2,7 @@
 #include "checker/modelCheck.h"
 #include "checker/plainText.h"
 #include "tests/support/checkObject.h"
-#include "tests/tools/plankModel.h"
+#include "tests/support/plankModel.h"
 
 #include <gtest/gtest.h>
 

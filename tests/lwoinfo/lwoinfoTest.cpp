@@ -1,6 +1,6 @@
 // lwoinfo as a user runs it: what it prints, and with what status it ends.
 #include "tests/support/childProcess.h"
-#include "tests/tools/plankModel.h"
+#include "tests/support/plankModel.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

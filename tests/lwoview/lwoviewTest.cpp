@@ -1,5 +1,5 @@
 // lwoview as it is called: stills, and what it says.
-#include "tests/show/hatModel.h"
+#include "tests/lwoview/hatModel.h"
 #include "tests/support/childProcess.h"
 #include "tests/support/endlessModel.h"
 #include "tests/support/pngPicture.h"

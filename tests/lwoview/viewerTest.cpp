@@ -1,12 +1,10 @@
 // lwoview's viewer, drawn off-screen: what keys and mouse do to the picture of a small model.
 #include "tools/lwoview/viewer.h"
 #include "hosts/offscreen/context.h"
-#include "tests/show/hatModel.h"
+#include "tests/lwoview/hatModel.h"
 #include "tests/support/testFolder.h"
 
 #include <gtest/gtest.h>
-
-#include <GL/gl.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -60,8 +58,7 @@ protected:
     Extent extent(int width, int height) {
         drawViewer(&viewer, width, height);
         const auto row = static_cast<std::size_t>(width);
-        std::vector<float> depth(row * static_cast<std::size_t>(height));
-        glReadPixels(0, 0, width, height, GL_DEPTH_COMPONENT, GL_FLOAT, depth.data());
+        const std::vector<float> depth = readDepths(width, height);
         Extent drawn;
         for (int y = 0; y < height; y++)
             for (int x = 0; x < width; x++)

@@ -2,10 +2,10 @@
 // its words read.
 #include "driver/testRender.h"
 #include "hosts/drawGate.h"
+#include "hosts/offscreen/context.h"
 #include "hosts/offscreen/glutCalls.h"
 #include "renderer/lwoRenderer.h"
 
-#include <GL/gl.h>
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include <gtest/gtest.h>
@@ -77,10 +77,8 @@ static void showOnly(const Word *word) {
 }
 
 static Mask coveredPixels() {
-    std::vector<float> depths(static_cast<std::size_t>(WIDTH * HEIGHT));
-    glReadPixels(0, 0, WIDTH, HEIGHT, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
     Mask mask = {WIDTH, HEIGHT, {}};
-    for (const float depth : depths)
+    for (const float depth : readDepths(WIDTH, HEIGHT))
         mask.covered.push_back(depth < 1);
     return mask;
 }

@@ -1,15 +1,13 @@
-// The real testRender and lwoview in a window of a virtual display.
-#include "tests/support/childProcess.h"
+// The real testRender in a window of a virtual display.
 #include "tests/support/testFolder.h"
 #include "tests/support/toneFile.h"
+#include "tests/support/virtualDisplay.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
-#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -17,128 +15,78 @@ static const char *const TITLE = "k7-orvo-----VALMORINE____2003____INVITRO-----o
 
 namespace {
 
-// A small virtual display with the show running in it, in a folder of its own.
+// The show in a folder of its own.
 class WindowTest : public testing::Test {
 protected:
     void SetUp() override {
         const auto *test = testing::UnitTest::GetInstance()->current_test_info();
         directory = testPath(test->name());
+        said = directory + "/said.txt";
+        music = directory + "/msx/ferrol_-_tamo_lani_rete.ogg";
         fs::create_directories(directory + "/msx");
         fs::create_symlink(fs::path(SHOW_DIR) / "lwo", directory + "/lwo");
-        fs::create_symlink(fs::path(SHOW_DIR) / MUSIC, directory + "/" + MUSIC);
-
-        const std::string number = directory + "/display.txt";
-        server = startChild(
-            {"Xvfb", "-displayfd", "1", "-screen", "0", "320x240x24", "-nolisten", "tcp"},
-            directory, {}, number);
-        ASSERT_TRUE(waitUntil([&] { return readNumber(number) >= 0; })) << readText(number);
-        display = "DISPLAY=:" + std::to_string(readNumber(number));
-        // Full screen is the window manager's to give. A window that appears while it is taking
-        // over may never be mapped; what --startup names it starts once it is through.
-        const std::string ready = directory + "/ready";
-        manager = startChild({"openbox", "--startup", "touch " + ready}, directory, {display},
-                             directory + "/openbox.txt");
-        ASSERT_TRUE(waitUntil([&] { return fs::exists(ready); }))
-            << readText(directory + "/openbox.txt");
+        fs::create_symlink(fs::path(SHOW_DIR) / "msx" / fs::path(music).filename(), music);
+        ASSERT_TRUE(openDisplay(&display, directory));
     }
 
     void TearDown() override {
-        for (Child *child : {&show, &manager, &server})
-            if (child->pid > 0) {
-                signalChild(*child, SIGKILL);
-                waitChild(*child);
-            }
+        signalChild(show, SIGKILL);
+        if (show.pid > 0)
+            waitChild(show);
+        closeDisplay(&display);
     }
 
-    void startShow(const std::string &soundDriver = "disk") {
+    void start(const std::string &soundDriver = "disk") {
         // The window of a show that has just ended stays until the server notices its end.
-        ASSERT_TRUE(waitUntil([&] { return xdotool({"search", "--name", TITLE}) == ""; }));
+        ASSERT_TRUE(waitUntil([&] { return search().empty(); }));
         show = startChild({TEST_RENDER}, directory,
-                          {display, "LIBGL_ALWAYS_SOFTWARE=1", "SDL_AUDIODRIVER=" + soundDriver,
+                          {display.setting, "LIBGL_ALWAYS_SOFTWARE=1",
+                           "SDL_AUDIODRIVER=" + soundDriver,
                            "SDL_DISKAUDIOFILE=" + directory + "/heard.raw"},
-                          directory + "/show.txt");
-        ASSERT_TRUE(waitUntil([&] {
-            window = std::to_string(std::atol(xdotool({"search", "--name", TITLE}).c_str()));
-            return window != "0";
-        })) << readText(directory + "/show.txt");
+                          said);
+        window = waitForWindow(display, TITLE);
+        ASSERT_NE(window, "") << readText(said);
     }
 
-    void startViewer(const std::string &model) {
-        show = startChild({LWOVIEW, SHOW_DIR "/lwo/" + model, "--size", "200x150"}, directory,
-                          {display, "LIBGL_ALWAYS_SOFTWARE=1"}, directory + "/show.txt");
-        ASSERT_TRUE(waitUntil([&] {
-            window = std::to_string(std::atol(xdotool({"search", "--name", "lwoview"}).c_str()));
-            return window != "0";
-        })) << readText(directory + "/show.txt");
+    void press(const std::vector<std::string> &keys) {
+        ASSERT_TRUE(pressKeys(display, window, keys)) << readText(said);
     }
 
-    bool isTitled(const std::string &title) {
-        return waitUntil([&] { return xdotool({"getwindowname", window}) == title + "\n"; });
-    }
+    std::string search() const { return outputOn(display, {"xdotool", "search", "--name", TITLE}); }
 
-    // Keys reach the window that has the focus, which the window manager gives in its own time.
-    void press(std::vector<std::string> keys) {
-        ASSERT_TRUE(waitUntil([&] { return xdotool({"getwindowfocus"}) == window + "\n"; }))
-            << xdotool({"getwindowfocus"});
-        keys.insert(keys.begin(), "key");
-        xdotool(keys);
-    }
-
-    // What a program of the display prints.
-    std::string output(const std::vector<std::string> &command) const {
-        runChild(command, directory, {display}, directory + "/command.txt");
-        return readText(directory + "/command.txt");
-    }
-
-    std::string xdotool(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), "xdotool");
-        return output(arguments);
-    }
-
-    // The display's number, alone in its line; complaints about displays that others took while
-    // the server was looking for a free one may stand before it. -1 while there is none.
-    static int readNumber(const std::string &path) {
-        std::istringstream text(readText(path));
-        for (std::string line; std::getline(text, line) && !text.eof();)
-            if (!line.empty() && line.find_first_not_of("0123456789") == std::string::npos)
-                return std::atoi(line.c_str());
-        return -1;
-    }
-
-    static constexpr const char *MUSIC = "msx/ferrol_-_tamo_lani_rete.ogg";
     std::string directory;
-    std::string display;
+    std::string said;
+    std::string music;
     std::string window;
-    Child server;
-    Child manager;
+    VirtualDisplay display;
     Child show;
 };
 
 } // namespace
 
 TEST_F(WindowTest, fillsTheScreenIgnoresOtherKeysAndQuitsOnQ) {
-    startShow();
+    start();
     const auto fullScreen = [this] {
-        const std::string geometry = xdotool({"getwindowgeometry", window});
+        const std::string geometry = outputOn(display, {"xdotool", "getwindowgeometry", window});
         return geometry.find("Geometry: 320x240") != std::string::npos &&
                geometry.find("Position: 0,0") != std::string::npos;
     };
-    EXPECT_TRUE(waitUntil(fullScreen)) << xdotool({"getwindowgeometry", window});
+    EXPECT_TRUE(waitUntil(fullScreen));
     press({"x", "space", "Return"});
-    EXPECT_NE(xdotool({"search", "--name", TITLE}), "");
+    EXPECT_NE(search(), "");
     press({"q"});
-    EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
-    EXPECT_EQ(readText(directory + "/show.txt").find("lwoRenderer>"), std::string::npos);
+    EXPECT_EQ(waitChild(show), 0) << readText(said);
+    EXPECT_EQ(readText(said).find("lwoRenderer>"), std::string::npos);
 }
 
 TEST_F(WindowTest, goesOnWithoutASoundDeviceAndWithoutMusic) {
-    startShow("no such driver");
+    start("no such driver");
     press({"q"});
-    EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
-    fs::remove(directory + "/" + MUSIC);
-    startShow();
+    EXPECT_EQ(waitChild(show), 0) << readText(said);
+    fs::remove(music);
+    start();
     press({"q"});
-    EXPECT_EQ(waitChild(show), 0) << readText(directory + "/show.txt");
+    EXPECT_EQ(waitChild(show), 0) << readText(said);
 }
 
 TEST(TestRender, answersWithoutADisplay) {
@@ -160,7 +108,7 @@ TEST(TestRender, answersWithoutADisplay) {
 }
 
 TEST_F(WindowTest, controlCInTheTerminalEndsIt) {
-    startShow();
+    start();
     signalChild(show, SIGINT);
     EXPECT_EQ(waitChild(show), 128 + SIGINT);
 }
@@ -169,9 +117,9 @@ TEST_F(WindowTest, controlCInTheTerminalEndsIt) {
 TEST_F(WindowTest, musicIsHeardToFadeIn) {
     constexpr std::size_t STRETCH = 4096; // samples: two buffers of the mixer
     const std::string heard = directory + "/heard.raw";
-    fs::remove(directory + "/" + MUSIC);
-    writeTone(directory + "/" + MUSIC, 300);
-    startShow();
+    fs::remove(music);
+    writeTone(music, 300);
+    start();
     std::vector<double> levels;
     const double full = TONE_LEVEL / 128.0;
     EXPECT_TRUE(waitUntil([&] {
@@ -183,16 +131,4 @@ TEST_F(WindowTest, musicIsHeardToFadeIn) {
     EXPECT_LT(*quietest, 0.1 * full);
     for (auto level = quietest; level + 1 != levels.end(); level++)
         EXPECT_GE(level[1], level[0] - 0.05 * full);
-}
-
-TEST_F(WindowTest, theViewerSaysInItsTitleWhatItShows) {
-    startViewer("k7.lwo");
-    EXPECT_TRUE(isTitled("k7.lwo - nothing to mend - lwoview"));
-    press({"n", "m", "F1", "Left"});
-    EXPECT_TRUE(isTitled("k7.lwo - normals, mirrored - nothing to mend - lwoview"));
-    press({"Home"});
-    EXPECT_TRUE(isTitled("k7.lwo - nothing to mend - lwoview"));
-    press({"q"});
-    EXPECT_EQ(waitChild(show), 0);
-    EXPECT_EQ(readText(directory + "/show.txt"), "");
 }
