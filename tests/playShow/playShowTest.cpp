@@ -129,10 +129,15 @@ TEST_F(PlayShow, aSlowDisplayStaysInStep) {
 TEST_F(PlayShow, anyFrameIsReachedByKeysAndLooksAsRecorded) {
     const std::string size = std::to_string(DISPLAY_WIDTH) + "x" + std::to_string(DISPLAY_HEIGHT);
     const std::string stills = directory + "/stills";
-    ASSERT_EQ(runChild({RECORD_SHOW, "--stills", "0,300,1500,1800,2000", stills, "--size", size},
-                       SHOW_DIR, {"LIBGL_ALWAYS_SOFTWARE=1"}, said),
-              0)
-        << readText(said);
+    for (const char *samples : {"0", "4"}) // not every display has four a pixel
+        ASSERT_EQ(runChild({RECORD_SHOW, "--stills", "0,300,1500,1800,2000", stills + samples,
+                            "--size", size, "--samples", samples},
+                           SHOW_DIR, {"LIBGL_ALWAYS_SOFTWARE=1"}, said),
+                  0)
+            << readText(said);
+    const auto still = [&](const char *samples, const char *frame) {
+        return readPng(stills + samples + "/frame" + frame + ".png");
+    };
     start({"--from", "0:30", "--to", "2000"}, "dummy");
     findWindow();
     press({"space", "Home"});
@@ -148,9 +153,13 @@ TEST_F(PlayShow, anyFrameIsReachedByKeysAndLooksAsRecorded) {
         {{"Home"}, "00000"},
     };
     for (const auto &c : cases) {
-        const Picture still = readPng(stills + "/frame" + c.still + ".png");
+        const Picture plain = still("0", c.still);
+        const Picture smooth = still("4", c.still);
         press(c.keys);
-        EXPECT_TRUE(waitUntil([&] { return readScreen(display).rgb == still.rgb; })) << c.still;
+        EXPECT_TRUE(waitUntil([&] {
+            const Picture screen = readScreen(display);
+            return screen.rgb == smooth.rgb || screen.rgb == plain.rgb;
+        })) << c.still;
     }
     const Picture fullScreen = readScreen(display);
     press({"f"});
