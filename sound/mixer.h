@@ -1,12 +1,10 @@
-// What the mixer does to the music, for those who need its samples and not its sound: the same
-// decoders, the same scale of volumes.
-//   std::vector<std::int16_t> music;
-//   if (decodeMusic("msx/music.ogg", 44100, &music)) music[0] = mixedSample(music[0], 128);
+// How the mixer is given music, and its scale of volumes.
+//   Mix_Music *music = Mix_LoadMUS_RW(openMusic("msx/music.ogg"), SDL_TRUE);
+//   if (music == nullptr) std::puts(musicProblem("msx/music.ogg").c_str());
 #pragma once
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 struct SDL_RWops;
 
@@ -24,8 +22,3 @@ SDL_RWops *openMusic(const char *path);
 // Why music that could not be opened or decoded was not, for a line: "msx/music.ogg: No such file
 // or directory".
 std::string musicProblem(const char *path);
-
-// Reads a whole music file, of any format that the mixer plays and by content, whatever it is
-// called: 16-bit stereo at rate Hz, left and right in turn. False when it cannot be read. Nothing
-// is played and no sound device is used, so call it only where the music is not playing.
-bool decodeMusic(const char *path, int rate, std::vector<std::int16_t> *samples);

@@ -2,24 +2,25 @@
 // same with music and without.
 #include "tools/recordShow/soundtrack.h"
 
+#include "sound/decoding.h"
 #include "sound/fsound.h"
 #include "sound/mixer.h"
 
-#include <algorithm>
 #include <cstddef>
 
 constexpr int FULL_VOLUME = 255;
 constexpr int CHANNELS = 2; // stereo
 
 struct FSOUND_STREAM {
-    std::vector<std::int16_t> samples; // left and right in turn
+    st_decoding *decoding = nullptr;
+    std::int64_t taken = 0; // samples of both sides, from its beginning
 };
 
 struct st_soundtrack {
     bool wanted = false;
     int rate = 44100; // Hz
     FSOUND_STREAM music;
-    const FSOUND_STREAM *playing = nullptr; // null: silence
+    FSOUND_STREAM *playing = nullptr; // null: silence
     int volume = FULL_VOLUME;
 };
 
@@ -33,9 +34,9 @@ signed char FSOUND_Init(int mixrate, int /*maxchannels*/, unsigned int /*flags*/
 }
 
 FSOUND_STREAM *FSOUND_Stream_OpenFile(const char *filename, unsigned int /*mode*/, int /*length*/) {
-    if (!track.wanted || !decodeMusic(filename, track.rate, &track.music.samples))
-        return nullptr;
-    return &track.music;
+    if (track.wanted)
+        track.music.decoding = startDecoding(filename, track.rate);
+    return track.music.decoding == nullptr ? nullptr : &track.music;
 }
 
 int FSOUND_Stream_Play(int channel, FSOUND_STREAM *stream) {
@@ -67,13 +68,24 @@ std::int64_t frameSample(int frame, int fps, int rate) {
            (2 * static_cast<std::int64_t>(fps));
 }
 
+// The music from where it stands to a sample of both sides, silent once it is over.
+static std::vector<std::int16_t> playTo(std::int64_t last) {
+    std::vector<std::int16_t> heard;
+    const auto count = static_cast<std::size_t>(last - track.playing->taken);
+    takeSamples(track.playing->decoding, count, &heard);
+    heard.resize(count, 0);
+    track.playing->taken = last;
+    return heard;
+}
+
 void appendFrameSound(int frame, int fps, std::vector<std::int16_t> *samples) {
+    const std::int64_t first = frameSample(frame, fps, track.rate) * CHANNELS;
     const std::int64_t last = frameSample(frame + 1, fps, track.rate) * CHANNELS;
-    const std::int64_t length =
-        hasMusic() ? static_cast<std::int64_t>(track.playing->samples.size()) : 0;
-    for (std::int64_t at = frameSample(frame, fps, track.rate) * CHANNELS; at < last; at++)
-        samples->push_back(
-            at < length
-                ? mixedSample(track.playing->samples[static_cast<std::size_t>(at)], track.volume)
-                : std::int16_t{0});
+    if (!hasMusic()) {
+        samples->resize(samples->size() + static_cast<std::size_t>(last - first), 0);
+        return;
+    }
+    const std::vector<std::int16_t> heard = playTo(last);
+    for (auto sample = heard.end() - (last - first); sample != heard.end(); ++sample)
+        samples->push_back(mixedSample(*sample, track.volume));
 }

@@ -1,5 +1,5 @@
 // The show's sound, taken down instead of played: this defines the FSOUND_ operations, so link it
-// in place of sound. It keeps the music's samples and the volume last set.
+// in place of sound. It knows where the music stands and the volume last set.
 //
 //   wantSoundtrack();                            // before the show starts
 //   ...                                          // the show opens and starts its music
@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <vector>
 
-// From now on a music file that is opened is decoded; without this all is silence, which costs
-// nothing.
+// From now on a music file that is opened is decoded, as its frames are asked for; without this all
+// is silence, which costs nothing.
 void wantSoundtrack();
 
 // Whether the show has started music that could be read.
@@ -25,5 +25,6 @@ int soundtrackRate();
 std::int64_t frameSample(int frame, int fps, int rate);
 
 // Appends the sound of a frame at fps frames a second, at the volume now in force: 16-bit stereo,
-// left and right in turn. Silence once the music is over.
+// left and right in turn. Silence once the music is over. Frames are asked for in their order;
+// those left out are passed over.
 void appendFrameSound(int frame, int fps, std::vector<std::int16_t> *samples);
