@@ -15,19 +15,17 @@ static std::string manyMaps() {
     std::string body = "TXUV" + u2(1) + s0("a");
     for (int i = 0; i < 40; i++)
         body += vx(0) + f4(0.5F);
-    return form("LWO2", chunk("TAGS", s0("a")) + chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0)) +
-                            chunk("POLS", "FACE" + u2(3) + vx(0) + vx(1) + vx(0)) +
+    return form("LWO2", chunk("TAGS", s0("a")) + pnts({0, 0, 0, 1, 0, 0}) + pols({{0, 1, 0}}) +
                             chunk("VMAP", body) + texturedSurface);
 }
 
 // Polygons of many corners, which come back to their points.
 static std::string manyCorners() {
-    std::string polygon = u2(20);
+    std::vector<unsigned> polygon;
     for (unsigned i = 0; i < 20; i++)
-        polygon += vx(i % 3);
-    return form("LWO2", chunk("TAGS", s0("a")) +
-                            chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0) + f4(0, 1, 0)) +
-                            chunk("POLS", "FACE" + polygon + polygon) + texturedSurface);
+        polygon.push_back(i % 3);
+    return form("LWO2", chunk("TAGS", s0("a")) + pnts({0, 0, 0, 1, 0, 0, 0, 1, 0}) +
+                            pols({polygon, polygon}) + texturedSurface);
 }
 
 static Inputs models() {

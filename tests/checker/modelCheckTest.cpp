@@ -43,6 +43,9 @@ static void expectRules(const std::vector<Case> &cases) {
 
 static const std::string LONG_NAME = "a name of more than thirty-one bytes";
 constexpr float NO_NUMBER = std::numeric_limits<float>::quiet_NaN();
+static const std::string FIVE_AND_ONE = pols({{0, 1, 4, 2, 3}, {0}});
+static const std::string NO_AREA = pols({{0, 1, 0}, {1, 4, 2}});
+static const std::string NOWHERE = pnts({NO_NUMBER, 0, 0, 2, 0, 0, 2, 1, 0, 0, 1, 0, 3, 0.5F, 0});
 
 static void nameAll(Plank &p, const std::string &name, const std::string &mapName) {
     p.tags = chunk("TAGS", s0(name));
@@ -59,10 +62,7 @@ TEST(ModelCheck, knowsWhatGeometryIsNotDrawn) {
         {"no tags", "no-surface", [](Plank &p) { p.tags = p.polygonTags = ""; }},
         {"tag past the last", "unknown-surface",
          [](Plank &p) { p.polygonTags = chunk("PTAG", "SURF" + vx(1) + vx(1)); }},
-        {"a pentagon and a point", "corners",
-         [](Plank &p) {
-             p.polygons = pols({{0, 1, 4, 2, 3}, {0}});
-         }},
+        {"a pentagon and a point", "corners", [](Plank &p) { p.polygons = FIVE_AND_ONE; }},
         {"a bone", "",
          [](Plank &p) { p.polygonTags += chunk("POLS", "BONE" + u2(2) + vx(0) + vx(4)); }},
         {"a patch", "polygon-type",
@@ -70,14 +70,8 @@ TEST(ModelCheck, knowsWhatGeometryIsNotDrawn) {
              p.polygons = chunk("POLS", "PTCH" + u2(3) + vx(0) + vx(1) + vx(2) + u2(3) + vx(1) +
                                             vx(4) + vx(2));
          }},
-        {"no area", "normal",
-         [](Plank &p) {
-             p.polygons = pols({{0, 1, 0}, {1, 4, 2}});
-         }},
-        {"a point nowhere", "position",
-         [](Plank &p) {
-             p.points = pnts({NO_NUMBER, 0, 0, 2, 0, 0, 2, 1, 0, 0, 1, 0, 3, 0.5F, 0});
-         }},
+        {"no area", "normal", [](Plank &p) { p.polygons = NO_AREA; }},
+        {"a point nowhere", "position", [](Plank &p) { p.points = NOWHERE; }},
         {"a hidden layer", "hidden-layer",
          [](Plank &p) { p.layer = chunk("LAYR", u2(1) + u2(1) + f4(0, 0, 0) + s0("")); }},
         {"an empty hidden layer", "",

@@ -77,14 +77,6 @@ TEST(StartUp, loadsTheSameModelsWhateverTheArgumentsSay) {
     EXPECT_EQ(arguments[1], argument);
 }
 
-TEST(StartUp, initFmodOpensTheMusicWithoutPlayingIt) {
-    resetShow();
-    initFmod();
-    EXPECT_EQ(glTexts(),
-              (Texts{"FSOUND_Init(44100, 32, 0)",
-                     "FSOUND_Stream_OpenFile(msx/ferrol_-_tamo_lani_rete.ogg, 131376, 0)"}));
-}
-
 TEST(Reshape, fitsViewportAndPerspectiveToTheWindow) {
     resetShow();
     reshape(800, 600);

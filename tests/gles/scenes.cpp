@@ -112,14 +112,6 @@ static void drawShine(bool localViewer) {
     drawSheet(3.0F);
 }
 
-static void drawShineFromAfar() {
-    drawShine(false);
-}
-
-static void drawShineFromNear() {
-    drawShine(true);
-}
-
 // Normals as they are, emission in the vertices' colours, faces in one colour each.
 static void drawFlat() {
     placeEye(-40.0F, 0.0F);
@@ -207,15 +199,6 @@ static void drawFaces(GLenum front, GLenum back, GLenum culled, float pitch) {
                    (i % 4 >= 2 ? 0.6F : 0.1F));
     }
     glEnd();
-}
-
-static void drawFrontLines() {
-    drawFaces(GL_LINE, GL_FILL, 0, 70.0F);
-}
-
-static void drawBackLines() {
-    glShadeModel(GL_FLAT);
-    drawFaces(GL_FILL, GL_LINE, GL_FRONT, -80.0F);
 }
 
 // ---------------------------------------------------------------------------- textures
@@ -364,13 +347,17 @@ static const struct {
     const char *name;
     void (*draw)();
 } SCENES[] = {{"spot", drawSpot},
-              {"shineFromAfar", drawShineFromAfar},
-              {"shineFromNear", drawShineFromNear},
+              {"shineFromAfar", [] { drawShine(false); }},
+              {"shineFromNear", [] { drawShine(true); }},
               {"flat", drawFlat},
               {"keptColor", drawKeptColor},
               {"lines", drawLines},
-              {"frontLines", drawFrontLines},
-              {"backLines", drawBackLines},
+              {"frontLines", [] { drawFaces(GL_LINE, GL_FILL, 0, 70.0F); }},
+              {"backLines",
+               [] {
+                   glShadeModel(GL_FLAT);
+                   drawFaces(GL_FILL, GL_LINE, GL_FRONT, -80.0F);
+               }},
               {"textures", drawTextures},
               {"arrays", drawArrays},
               {"bentQuads", drawBentQuads}};

@@ -168,10 +168,7 @@ TEST(Lwoinfo, writesJsonWhateverTheFileHolds) {
 
 TEST(Lwoinfo, namesTheLimitThatASoundFileGoesBeyond) {
     Plank plank;
-    std::string triangles = "FACE";
-    for (int i = 0; i < 40000; i++)
-        triangles += u2(3) + vx(0) + vx(1) + vx(2);
-    plank.polygons = chunk("POLS", triangles);
+    plank.polygons = pols(std::vector<std::vector<unsigned>>(40000, {0, 1, 2}));
     plank.polygonTags = plank.maps = "";
     plank.surfaces = surf("wood", sub("SMAN", f4(1)));
     plank.write("models");

@@ -63,15 +63,9 @@ TEST_F(Lwoview, loadsTheLevelsBesideTheModelUpToOneThatCannotBe) {
 }
 
 TEST_F(Lwoview, saysWhatTheCheckerFinds) {
-    writeFile(
-        directory + "/UV.lwo",
-        form("LWO2", chunk("TAGS", s0("skin")) +
-                         chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0) + f4(0, 1, 0)) +
-                         chunk("POLS", "FACE" + u2(3) + vx(0) + vx(1) + vx(2)) +
-                         chunk("PTAG", "SURF" + vx(0) + vx(0)) +
-                         chunk("SURF", s0("skin") + s0("") +
-                                           sub("BLOK", sub("IMAP", s0("o") + sub("CHAN", "COLR")) +
-                                                           sub("PROJ", u2(5))))));
+    writeFile(directory + "/UV.lwo",
+              form("LWO2", pnts({0, 0, 0, 1, 0, 0, 0, 1, 0}) + pols({{0, 1, 2}}) +
+                               polygonTags({"skin"}, {0}) + surf("skin", colorTexture(0))));
     EXPECT_EQ(run("UV.lwo", "c"), 0);
     EXPECT_NE(said.find("UV.lwo: surface \"skin\" has no UV map of its name: "), std::string::npos)
         << said;
@@ -112,18 +106,22 @@ TEST_F(Lwoview, saysInOneLineWhyThereIsNoPicture) {
 }
 
 TEST_F(Lwoview, refusesWhatMakesNoSense) {
-    EXPECT_EQ(run("hat.lwo", "nZ"), 2);
-    EXPECT_EQ(said.rfind("lwoview: there is no key \"Z\"; ", 0), 0U) << said;
-    EXPECT_EQ(runChild({LWOVIEW}, directory, {}, directory + "/output"), 2);
-    EXPECT_EQ(readText(directory + "/output").rfind("lwoview: names no model; ", 0), 0U);
-    const std::string output = directory + "/output";
-    EXPECT_EQ(runChild({LWOVIEW, "hat.lwo", "--icon", "x.gif"}, directory, {}, output), 2);
-    EXPECT_EQ(readText(output).rfind("lwoview: a picture's name ends in .png, ", 0), 0U);
-    EXPECT_EQ(runChild({LWOVIEW, "hat.lwo"}, directory, {"DISPLAY="}, output), 1);
-    EXPECT_NE(readText(output).find("--still FILE.png draws without a display\n"),
-              std::string::npos);
-    EXPECT_EQ(
-        runChild({LWOVIEW, "hat.lwo", "--still", "no/x.png"}, directory, {}, directory + "/output"),
-        1);
-    EXPECT_EQ(readText(directory + "/output"), "lwoview: cannot write no/x.png\n");
+    const struct {
+        std::vector<std::string> arguments;
+        int status;
+        std::string message;
+    } cases[] = {
+        {{"hat.lwo", "--still", "x.png", "--keys", "nZ"}, 2, "lwoview: there is no key \"Z\"; "},
+        {{}, 2, "lwoview: names no model; "},
+        {{"hat.lwo", "--icon", "x.gif"}, 2, "lwoview: a picture's name ends in .png, "},
+        {{"hat.lwo"}, 1, "lwoview: no window: failed to open display ''; lwoview MODEL --still"},
+        {{"hat.lwo", "--still", "no/x.png"}, 1, "lwoview: cannot write no/x.png\n"},
+    };
+    for (const auto &c : cases) {
+        std::vector<std::string> command = c.arguments;
+        command.insert(command.begin(), LWOVIEW);
+        EXPECT_EQ(runChild(command, directory, {"DISPLAY="}, directory + "/output"), c.status);
+        EXPECT_EQ(readText(directory + "/output").rfind(c.message, 0), 0U)
+            << readText(directory + "/output");
+    }
 }

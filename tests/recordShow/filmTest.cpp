@@ -1,9 +1,10 @@
 // recordShow's films: what ffprobe sees in them, and their sound against samples that are reckoned
 // here. The music is a WAV under the show's name, so that each of its samples is known.
 #include "tests/support/childProcess.h"
-#include "tests/support/chunkWriter.h"
+#include "tests/support/modelParts.h"
 #include "tests/support/pngPicture.h"
 #include "tests/support/testFolder.h"
+#include "tests/support/toneFile.h"
 
 #include <gtest/gtest.h>
 
@@ -38,29 +39,16 @@ static Samples makeMusic() {
     return samples;
 }
 
-static void writeWave(const std::string &path, const Samples &samples) {
-    const auto u32 = [](std::size_t n) {
-        std::string bytes;
-        for (unsigned int shift = 0; shift < 32; shift += 8)
-            bytes += static_cast<char>(n >> shift & 0xFFU);
-        return bytes;
-    };
-    const std::size_t size = samples.size() * 2;
-    std::ofstream file(path, std::ios::binary);
-    file << "RIFF" << u32(36 + size) << "WAVEfmt " << u32(16) << u32(0x20001) // PCM, stereo
-         << u32(RATE) << u32(RATE * 4) << u32(0x100004)                       // 16 bits
-         << "data" << u32(size);
-    file.write(reinterpret_cast<const char *>(samples.data()), static_cast<std::streamsize>(size));
-}
-
 // The show's models, with the music above or with none.
 static std::string showFolder(bool withMusic) {
     std::string folder = testPath(withMusic ? "show" : "mute");
     fs::create_directories(folder + "/msx");
     std::error_code exists;
     fs::create_directory_symlink(SHOW_DIR "/lwo", folder + "/lwo", exists);
+    const Samples music = makeMusic();
     if (withMusic)
-        writeWave(folder + "/msx/ferrol_-_tamo_lani_rete.ogg", makeMusic());
+        writeWave(folder + "/msx/ferrol_-_tamo_lani_rete.ogg", RATE, 2, 2,
+                  {reinterpret_cast<const char *>(music.data()), music.size() * 2});
     return folder;
 }
 
@@ -236,17 +224,16 @@ TEST(Film, ctrlCEndsItWhereItIs) {
 // A model that takes its time: thousands of smooth triangles meet at a point.
 static std::string slowModel() {
     constexpr unsigned COUNT = 5000;
-    std::string points = f4(0, 0, 0) + f4(1, 0, 0);
-    std::string polygons = "FACE";
-    std::string tags = "SURF";
+    std::vector<float> points = {0, 0, 0, 1, 0, 0};
+    std::vector<std::vector<unsigned>> polygons;
     for (unsigned k = 0; k < COUNT; k++) {
-        points += f4(std::cos(0.1F * static_cast<float>(k)), 1, static_cast<float>(k));
-        polygons += u2(3) + vx(0) + vx(k + 1) + vx(k + 2);
-        tags += vx(k) + vx(0);
+        points.insert(points.end(),
+                      {std::cos(0.1F * static_cast<float>(k)), 1, static_cast<float>(k)});
+        polygons.push_back({0, k + 1, k + 2});
     }
-    return form("LWO2", chunk("TAGS", s0("a")) + chunk("PNTS", points) + chunk("POLS", polygons) +
-                            chunk("PTAG", tags) +
-                            chunk("SURF", s0("a") + s0("") + sub("SMAN", f4(1.5F))));
+    return form("LWO2", pnts(points) + pols(polygons) +
+                            polygonTags({"a"}, std::vector<unsigned>(COUNT, 0)) +
+                            surf("a", sub("SMAN", f4(1.5F))));
 }
 
 // Textures that are loaded leave their files open.

@@ -25,17 +25,12 @@ constexpr Color WHITE = {255, 255, 255};
 
 // ---------------------------------------------------------------------------- models
 
-// The square from (-1, -1) to (1, 1), facing +z unless turned, in one surface named "skin".
-static std::string square(const std::string &surface, bool turned = false) {
-    return pnts({-1, -1, 0, 1, -1, 0, 1, 1, 0, -1, 1, 0}) +
-           vmap("skin", 2, {0, 0, 1, 0, 1, 1, 0, 1}) +
-           pols({turned ? std::vector<unsigned>{0, 3, 2, 1} : std::vector<unsigned>{0, 1, 2, 3}}) +
-           polygonTags({"skin"}, {0}) + surf("skin", surface);
-}
-
-// The same with an image for its texture.
+// The square from (-1, -1) to (1, 1), facing +z, with an image for its texture.
 static std::string texturedSquare(const std::string &surface) {
-    return square(surface + colorTexture(1)) + stillClip(1, "skin.tga");
+    return pnts({-1, -1, 0, 1, -1, 0, 1, 1, 0, -1, 1, 0}) +
+           vmap("skin", 2, {0, 0, 1, 0, 1, 1, 0, 1}) + pols({{0, 1, 2, 3}}) +
+           polygonTags({"skin"}, {0}) + surf("skin", surface + colorTexture(1)) +
+           stillClip(1, "skin.tga");
 }
 
 static std::string color(float r, float g, float b) {
@@ -129,52 +124,4 @@ TEST(Picture, surfaceColorTintsItsTexture) {
     // Headlight and global ambient together: 1.2 times the colour.
     expectNear(pixelAt(0.5, 0.5), {153, 77, 0}, "white texels");
     expectNear(pixelAt(-0.5, 0.5), {0, 0, 0}, "blue texels");
-}
-
-TEST(Picture, facesTowardTheEyeAreLitAndFacesTurnedAwayAreDark) {
-    for (const bool turned : {false, true}) {
-        openContext();
-        st_lwoObj *model = load(square(color(0.5F, 0.25F, 0), turned));
-        drawLwo(model, 0);
-        expectNear(pixelAt(0, 0), turned ? Color{26, 13, 0} : Color{153, 77, 0},
-                   turned ? "turned" : "facing");
-    }
-}
-
-TEST(Picture, unlitModelShowsItsOwnColor) {
-    openContext();
-    st_lwoObj *model = load(square(color(0.5F, 0.25F, 0)));
-    model->rObjs[0].lighting = 0;
-    drawLwo(model, 0);
-    expectNear(pixelAt(0, 0), {128, 64, 0}, "unlit");
-}
-
-TEST(Picture, cornerColorsShowOnceTheBuffersAreSwitched) {
-    st_lwoObj *model = load(square(color(1, 1, 1)));
-    model->rObjs[0].lighting = 0;
-    st_subObj &skin = model->rObjs[0].subObjs[0];
-    const float green[4] = {0, 1, 0, 1};
-    for (std::size_t k = 0; k < COLOR_ROOM; k++)
-        skin.colors[1][1][k] = green[k % 4];
-    skin.useColorArray = 1;
-    skin.colorsDirty = 1;
-    switchBuffers(&skin, nullptr);
-    openContext();
-    drawLwo(model, 0);
-    expectNear(pixelAt(0.5, -0.5), GREEN, "green corners");
-}
-
-TEST(Picture, transformMovesTurnsAndScalesInThatOrder) {
-    openContext();
-    st_lwoObj *model = load(square(color(1, 1, 1)));
-    model->position[0] = 0.5F;
-    model->rotAxis[2] = 1.0F;
-    model->rotAngle = 90.0F;
-    model->scale[0] = 0.1F; // along y once turned
-    model->scale[1] = 0.3F;
-    drawLwo(model, 0);
-    expectNear(pixelAt(0.5, 0), WHITE, "middle");
-    expectNear(pixelAt(0.75, 0.05), WHITE, "right end");
-    expectNear(pixelAt(0.5, 0.2), {0, 0, 0}, "above");
-    expectNear(pixelAt(0.1, 0), {0, 0, 0}, "left of it");
 }

@@ -52,7 +52,10 @@ static void forget(void *block) {
 
 static bool failsNow() {
     asked++;
-    if (countdown < 0 || countdown-- > 0)
+    if (countdown < 0)
+        return false;
+    countdown--;
+    if (countdown >= 0)
         return false;
     if (failureKind == FAIL_FROM)
         countdown = 0;

@@ -38,7 +38,7 @@ struct Plank {
     std::string points = pnts({0, 0, 0, 2, 0, 0, 2, 1, 0, 0, 1, 0, 3, 0.5F, 0});
     std::string polygons = pols({{0, 1, 2, 3}, {1, 4, 2}});
     std::string polygonTags = chunk("PTAG", "SURF" + vx(0) + vx(0) + vx(1) + vx(0));
-    std::string maps = chunk("VMAP", "TXUV" + u2(2) + s0("wood") + entries(5, f4(0) + f4(0.5F)));
+    std::string maps = vmap("wood", 2, {0, 1, 1, 1, 1, 0, 0, 0, 0.5F, 0});
     std::string clips = stillClip(1, "Images/wood.tga");
     std::string surfaces = surf("wood", imageMap(1));
     // Binds no image, so that the plank's does not stay in force.

@@ -1,7 +1,7 @@
 // Small object files that use the whole format between them, for tests that damage files.
 #pragma once
 
-#include "tests/support/chunkWriter.h"
+#include "tests/support/modelParts.h"
 
 #include <string>
 #include <vector>
@@ -13,20 +13,14 @@ inline std::string sampleBlock(const std::string &type, const std::string &heade
 
 // Two layers, several chunks of a kind, tags, maps of both kinds.
 inline std::string geometryModel() {
-    const std::string points =
-        chunk("PNTS", f4(0, 0, 0) + f4(0, 1, 0) + f4(1, 1, 0.5F) + f4(1, 0, 0));
     const std::string polygons = chunk("POLS", "FACE" + u2(3) + vx(0) + vx(3) + vx(1) + u2(0x400) +
                                                    u2(0x8003) + vx(2) + vx(1) + vx(3));
-    const std::string tags = chunk("PTAG", "SURF" + vx(0) + vx(1) + vx(2) + vx(0));
-    const std::string surface = chunk("SURF", s0("red") + s0("") + sub("SMAN", f4(1.6F)) +
-                                                  sub("COLR", f4(1, 0, 0) + vx(0)));
-    return form("LWO2", chunk("TAGS", s0("red") + s0("none")) +
-                            chunk("LAYR", u2(0) + u2(0) + f4(0, 0, 0) + s0("a")) + points +
-                            polygons + tags + points + polygons + tags +
-                            chunk("VMAP", "TXUV" + u2(2) + s0("uv") + vx(1) + f4(0) + f4(1)) +
-                            chunk("VMAD", "TXUV" + u2(1) + s0("uv") + vx(1) + vx(0) + f4(0.5F)) +
-                            chunk("LAYR", u2(1) + u2(0) + f4(0, 0, 0) + s0("") + u2(0)) + points +
-                            polygons + chunk("BBOX", f4(0, 0, 0) + f4(1, 1, 1)) + surface);
+    const std::string piece = pnts({0, 0, 0, 0, 1, 0, 1, 1, 0.5F, 1, 0, 0}) + polygons +
+                              chunk("PTAG", "SURF" + vx(0) + vx(1) + vx(2) + vx(0));
+    return form("LWO2", chunk("TAGS", s0("red") + s0("none")) + layr(0) + piece + piece +
+                            vmap("uv", 2, {0, 1}) + vmad("uv", 1, 0, {0.5F}) + layr(1) + piece +
+                            chunk("BBOX", f4(0, 0, 0) + f4(1, 1, 1)) +
+                            surf("red", sub("SMAN", f4(1.6F))));
 }
 
 // Every kind of texture, a shader, an envelope.
@@ -83,19 +77,11 @@ inline std::string olderClipModel() {
 
 // What the renderer looks for: UV maps of points and corners, a name that it changes, clips.
 inline std::string texturedModel() {
-    const std::string texture =
-        sampleBlock("IMAP", s0("a") + sub("CHAN", "COLR"), sub("PROJ", u2(5)) + sub("IMAG", vx(1)));
-    const std::string corners = vx(1) + vx(0) + f4(0) + f4(1) + vx(2) + vx(1) + f4(1) + f4(1);
-    return form("LWO2", chunk("TAGS", s0("mur3-a_front") + s0("b")) +
-                            chunk("PNTS", f4(0, 0, 0) + f4(1, 0, 0) + f4(1, 1, 0) + f4(0, 1, 0)) +
-                            chunk("POLS", "FACE" + u2(4) + vx(0) + vx(1) + vx(2) + vx(3) + u2(3) +
-                                              vx(0) + vx(1) + vx(2)) +
-                            chunk("PTAG", "SURF" + vx(1) + vx(1)) +
-                            chunk("VMAP", "TXUV" + u2(2) + s0("b") + vx(0) + f4(0) + f4(1)) +
-                            chunk("VMAD", "TXUV" + u2(2) + s0("mur3-a") + corners) +
-                            chunk("CLIP", u4(1) + sub("STIL", s0("top.tga"))) +
-                            chunk("SURF", s0("mur3-a_front") + s0("") + texture) +
-                            chunk("SURF", s0("b") + s0("") + texture));
+    return form("LWO2", pnts({0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0}) +
+                            pols({{0, 1, 2, 3}, {0, 1, 2}}) +
+                            polygonTags({"mur3-a_front", "b"}, {1, 1}) + vmap("b", 2, {0, 1}) +
+                            vmad("mur3-a", 2, 0, {0, 1, 1, 1}) + stillClip(1, "top.tga") +
+                            surf("mur3-a_front", colorTexture(1)) + surf("b", colorTexture(1)));
 }
 
 struct SampleModel {

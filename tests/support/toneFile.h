@@ -9,25 +9,32 @@
 
 constexpr int TONE_LEVEL = 96; // of 127
 
-// Writes a square wave of constant loudness, as a mono 8-bit WAV; what the file is called
-// does not matter to the player. Before it so many seconds are silent.
-inline void writeTone(const std::string &path, int seconds, int silent = 0) {
-    constexpr std::uint32_t RATE = 11025;
-    constexpr std::uint32_t PERIOD = 32; // samples
-    const auto u32 = [](std::uint32_t n) {
+// Writes samples as a WAV file; what it is called does not matter to the player.
+inline void writeWave(const std::string &path, std::uint32_t rate, std::uint32_t channels,
+                      std::uint32_t bytesEach, const std::string &samples) {
+    const auto u32 = [](std::size_t n) {
         std::string bytes;
-        for (int shift = 0; shift < 32; shift += 8)
+        for (unsigned shift = 0; shift < 32; shift += 8)
             bytes += static_cast<char>(n >> shift & 0xFF);
         return bytes;
     };
+    const std::uint32_t whole = channels * bytesEach;
+    std::ofstream(path, std::ios::binary)
+        << "RIFF" << u32(36 + samples.size()) << "WAVEfmt " << u32(16)
+        << u32(channels << 16 | 1) // PCM
+        << u32(rate) << u32(rate * whole) << u32(bytesEach * 8 << 16 | whole) << "data"
+        << u32(samples.size()) << samples;
+}
+
+// A square wave of constant loudness. Before it so many seconds are silent.
+inline void writeTone(const std::string &path, int seconds, int silent = 0) {
+    constexpr std::uint32_t RATE = 11025;
+    constexpr std::uint32_t PERIOD = 32; // samples
     const std::uint32_t count = RATE * static_cast<std::uint32_t>(seconds);
     std::string samples(RATE * static_cast<std::uint32_t>(silent), static_cast<char>(128));
     for (auto n = static_cast<std::uint32_t>(samples.size()); n < count; n++)
         samples += static_cast<char>(n % PERIOD < PERIOD / 2 ? 128 + TONE_LEVEL : 128 - TONE_LEVEL);
-    std::ofstream(path, std::ios::binary)
-        << "RIFF" << u32(36 + count) << "WAVEfmt " << u32(16) << u32(0x10001) // PCM, mono
-        << u32(RATE) << u32(RATE) << u32(0x80001)                             // 8 bits
-        << "data" << u32(count) << samples;
+    writeWave(path, RATE, 1, 1, samples);
 }
 
 // Mean level, 0 to 1, of each stretch of a raw 16-bit stereo recording.

@@ -61,9 +61,8 @@ std::string waitForWindow(const VirtualDisplay &display, const std::string &titl
 
 bool pressKeys(const VirtualDisplay &display, const std::string &window,
                std::vector<std::string> keys) {
-    if (!waitUntil([&] {
-            return outputOn(display, {"xdotool", "getwindowfocus"}) == window + "\n";
-        }))
+    const std::vector<std::string> question = {"xdotool", "getwindowfocus"};
+    if (!waitUntil([&] { return outputOn(display, question) == window + "\n"; }))
         return false;
     keys.insert(keys.begin(), {"xdotool", "key"});
     outputOn(display, keys);

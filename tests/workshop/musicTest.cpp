@@ -98,14 +98,6 @@ TEST(Voices, playTheirPitch) {
     EXPECT_NEAR(crossings, 440, 6);
 }
 
-TEST(Effects, theLimiterHoldsItsCeiling) {
-    st_limiter limiter = makeLimiter();
-    for (int i = 0; i < SAMPLE_RATE; i++) {
-        const float loud = 3 * std::sin(static_cast<float>(i) * 0.05F);
-        EXPECT_LE(std::fabs(limitSample(limiter, {loud, 0}).left), 0.8F);
-    }
-}
-
 TEST(Effects, theEchoSwingsFromSideToSide) {
     st_echo echo = makeEcho(0.01); // 441 samples
     std::vector<st_stereo> out;
