@@ -31,7 +31,9 @@ static void addBenchmark(const std::string &name, const std::string &what, const
             keepBest(best, load);
         }
     };
-    benchmark::RegisterBenchmark((name + "/" + what).c_str(), run)
+    const std::string whole = name + "/" + what;
+    const char *title = whole.c_str(); // which Debian 12's library takes, and no string
+    benchmark::RegisterBenchmark(title, run)
         ->UseManualTime()
         ->Iterations(1)
         ->Repetitions(REPETITIONS)

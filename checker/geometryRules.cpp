@@ -52,6 +52,7 @@ static void unknownSurface(const st_checkedModel & /*model*/, const st_surfaceUs
 static void corners(const st_checkedModel & /*model*/, const st_surfaceUse &use,
                     st_ruleReport *to) {
     std::vector<std::string> kinds;
+    kinds.reserve(use.undrawn.size());
     for (const auto &[cornerCount, count] : use.undrawn)
         kinds.push_back(counted(count, "polygon") + " of " + counted(cornerCount, "corner"));
     if (!kinds.empty())

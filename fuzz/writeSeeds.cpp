@@ -22,6 +22,7 @@ static std::string manyMaps() {
 // Polygons of many corners, which come back to their points.
 static std::string manyCorners() {
     std::vector<unsigned> polygon;
+    polygon.reserve(20);
     for (unsigned i = 0; i < 20; i++)
         polygon.push_back(i % 3);
     return form("LWO2", chunk("TAGS", s0("a")) + pnts({0, 0, 0, 1, 0, 0, 0, 1, 0}) +

@@ -24,6 +24,7 @@ static std::string pixelBytes(st_vec color, int depth) {
 
 static std::vector<std::string> rowPixels(const st_picture &picture, int row, int depth) {
     std::vector<std::string> pixels;
+    pixels.reserve(static_cast<std::size_t>(picture.width));
     const auto first = static_cast<std::size_t>(row) * static_cast<std::size_t>(picture.width);
     for (std::size_t x = 0; x < static_cast<std::size_t>(picture.width); x++)
         pixels.push_back(pixelBytes(picture.pixels[first + x], depth));

@@ -100,6 +100,7 @@ static std::string bytesOf(const st_model &model) {
 
 std::vector<std::string> partFiles(const st_setParts &parts) {
     std::vector<std::string> files;
+    files.reserve(parts.textures.size() + parts.models.size() + 1);
     for (const st_texture *texture : parts.textures)
         files.push_back(std::string("lwo/") + texture->file);
     for (const st_model *model : parts.models)
