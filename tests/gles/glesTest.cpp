@@ -22,6 +22,11 @@ void *operator new(std::size_t size) {
     return block;
 }
 
+// Of libraries, which free it by the other.
+void *operator new(std::size_t size, const std::nothrow_t & /*none*/) noexcept {
+    return operator new(size);
+}
+
 void operator delete(void *block) noexcept {
     std::free(block);
 }
