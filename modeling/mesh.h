@@ -43,6 +43,11 @@ struct st_surface {
     // Only in the older layout:
     float shine = 0;          // strength of the highlight, 0 to 1
     st_planarMap planar = {}; // of the image
+    // Only in the newer layout, and not drawn by the renderer:
+    float luminosity = 0;       // 0 to 1
+    float transparency = 0;     // 0 to 1
+    float gloss = 0;            // of the highlight, 0 for none to 1 for a mirror's
+    bool isDoubleSided = false; // seen from both sides
 };
 
 struct st_polygon {

@@ -47,22 +47,23 @@ std::string form(const char *type, const std::string &chunks) {
     return chunk("FORM", type + chunks);
 }
 
-std::string pointChunk(const st_mesh &mesh) {
+std::string pointChunk(const std::vector<st_vec> &points) {
     std::string body;
-    for (const st_vec &point : mesh.points)
+    body.reserve(points.size() * 12);
+    for (const st_vec &point : points)
         body += vector(point);
     return chunk("PNTS", body);
 }
 
-std::string surfaceNames(const st_mesh &mesh) {
+std::string surfaceNames(const std::vector<st_surface> &surfaces) {
     std::string names;
-    for (const st_surface &surface : mesh.surfaces)
+    for (const st_surface &surface : surfaces)
         names += text(surface.name);
     return names;
 }
 
-std::string namesProblem(const st_mesh &mesh) {
-    for (const st_surface &surface : mesh.surfaces) {
+std::string namesProblem(const std::vector<st_surface> &surfaces) {
+    for (const st_surface &surface : surfaces) {
         if (surface.name.empty())
             return "a surface has no name";
         if (surface.name.size() > NAME_LIMIT)

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // In a namespace, as others have functions of these short names for bytes of their own.
 namespace objectChunks {
@@ -23,10 +24,10 @@ std::string subChunk(const char *id, const std::string &body);
 // The whole file.
 std::string form(const char *type, const std::string &chunks);
 
-std::string pointChunk(const st_mesh &mesh);
-// Names of all surfaces, in the order of the mesh.
-std::string surfaceNames(const st_mesh &mesh);
+std::string pointChunk(const std::vector<st_vec> &points);
+// Names of all surfaces, in their order.
+std::string surfaceNames(const std::vector<st_surface> &surfaces);
 // Why the names cannot be written, as the renderer could not keep one of them; "" when they can.
-std::string namesProblem(const st_mesh &mesh);
+std::string namesProblem(const std::vector<st_surface> &surfaces);
 
 } // namespace objectChunks

@@ -65,12 +65,13 @@ static std::string surfaceChunk(const st_surface &surface) {
 }
 
 std::string oldObjectBytes(const st_mesh &mesh, std::string *problem) {
-    *problem = namesProblem(mesh);
+    *problem = namesProblem(mesh.surfaces);
     if (mesh.points.size() > POINT_LIMIT)
         *problem = "in the older layout a model has at most 65536 points";
     if (!problem->empty())
         return "";
-    std::string chunks = pointChunk(mesh) + chunk("SRFS", surfaceNames(mesh)) + polygonChunk(mesh);
+    std::string chunks =
+        pointChunk(mesh.points) + chunk("SRFS", surfaceNames(mesh.surfaces)) + polygonChunk(mesh);
     for (const st_surface &surface : mesh.surfaces)
         chunks += surfaceChunk(surface);
     return form("LWOB", chunks);

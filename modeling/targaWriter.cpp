@@ -71,17 +71,33 @@ static std::string littleEndian(int value) {
     return {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8 & 0xFF)};
 }
 
-std::string targaBytes(const st_picture &picture, const st_targaLayout &layout) {
+static std::string header(int width, int height, const st_targaLayout &layout) {
     const int descriptor = (layout.topLeft ? TOP_LEFT : 0) | (layout.depth == 32 ? ALPHA_BITS : 0);
     std::string bytes = {0, 0, layout.runLength ? TRUE_COLOR_PACKED : TRUE_COLOR};
     bytes += std::string(9, '\0'); // no colour map, origin (0, 0)
-    bytes += littleEndian(picture.width) + littleEndian(picture.height);
+    bytes += littleEndian(width) + littleEndian(height);
     bytes += static_cast<char>(layout.depth);
     bytes += static_cast<char>(descriptor);
+    return bytes;
+}
+
+std::string targaBytes(const st_picture &picture, const st_targaLayout &layout) {
+    std::string bytes = header(picture.width, picture.height, layout);
     for (int i = 0; i < picture.height; i++) {
         const int row = layout.topLeft ? picture.height - 1 - i : i;
         const std::vector<std::string> pixels = rowPixels(picture, row, layout.depth);
         bytes += layout.runLength ? packedRow(pixels) : plainRow(pixels);
     }
+    return bytes;
+}
+
+std::string targaBytes(int width, int height, const std::vector<unsigned char> &pixels) {
+    std::string bytes = header(width, height, TARGA_PLAIN);
+    const auto columns = static_cast<std::size_t>(width), rows = static_cast<std::size_t>(height);
+    bytes.reserve(bytes.size() + columns * rows * 3);
+    for (std::size_t row = rows; row-- > 0;)
+        for (std::size_t i = row * columns * 4; i < (row + 1) * columns * 4; i += 4)
+            for (std::size_t channel = 3; channel-- > 0;) // blue first
+                bytes += static_cast<char>(pixels[i + channel]);
     return bytes;
 }

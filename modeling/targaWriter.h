@@ -23,3 +23,7 @@ constexpr st_targaLayout TARGA_ALPHA_PACKED_FROM_TOP = {32, true, true};
 
 // The file's bytes. Each side has 1 to 65535 pixels; colours beyond 0 to 1 are cut off there.
 std::string targaBytes(const st_picture &picture, const st_targaLayout &layout);
+
+// The same of a picture in bytes: red, green, blue, alpha, rows from the top down. Laid out as
+// TARGA_PLAIN, without the alpha.
+std::string targaBytes(int width, int height, const std::vector<unsigned char> &pixels);
