@@ -29,7 +29,7 @@ constexpr float SMOOTH_AS_NORMALS = -1; // st_material::smoothing: corners' norm
 
 struct st_material {
     std::string name = {};      // UTF-8, of any length, not unique
-    st_vec color = {1, 1, 1};   // multiplies the picture
+    st_vec color = {1, 1, 1};   // multiplies the picture; above 1 it brightens it
     float alpha = 1;            // 0: not to be seen
     bool isAlphaMask = false;   // the picture's alpha cuts out, it does not blend
     float luminosity = 0;       // share of the colour that needs no light, 0 to 1
