@@ -34,7 +34,7 @@ mkdir "$scratch/elsewhere"
 [ -s "$scratch/elsewhere/pictures/frame00003.png" ] || fail "no still"
 
 echo "each tool's options are in its manual page, and the pages are well formed"
-for tool in playShow recordShow lwoinfo lwoview makeSet testRender; do
+for tool in playShow recordShow lwoconvert lwoinfo lwoview makeSet testRender; do
     [[ $("$bin/$tool" --version) == "$tool "[0-9]* ]] || fail "$tool --version"
     options=$("$bin/$tool" --help | grep -oE -- '--[a-z]+' | sort -u)
     [ -n "$options" ] || fail "$tool --help names no options"
@@ -66,7 +66,7 @@ file "$icon" | grep -q '256 x 256, 8-bit/color RGBA' || fail "the icon: $(file "
 
 echo "lwoview opens object files: their kind is known, by name and by content"
 update-mime-database "$prefix/share/mime" 2>"$scratch/mime.log" || fail "$(cat "$scratch/mime.log")"
-kind=$(sed -n 's/^MimeType=\(.*\);$/\1/p' "$prefix/share/applications/lwoview.desktop")
+kind=$(sed -n 's/^MimeType=\([^;]*\);.*$/\1/p' "$prefix/share/applications/lwoview.desktop")
 cp "$prefix/share/testRender/lwo/k7.lwo" "$scratch/nameless"
 for model in "$prefix/share/testRender/lwo/k7.lwo" "$scratch/nameless"; do
     XDG_DATA_HOME=$scratch XDG_DATA_DIRS=$prefix/share gio info -a standard::content-type "$model" |
