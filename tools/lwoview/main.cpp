@@ -11,6 +11,7 @@
 #include "hosts/offscreen/context.h"
 #include "hosts/offscreen/pngFile.h"
 #include "tools/arguments.h"
+#include "tools/lwoview/convertedModel.h"
 #include "tools/lwoview/icon.h"
 #include "tools/lwoview/modelLevels.h"
 #include "tools/lwoview/viewer.h"
@@ -120,10 +121,10 @@ static std::string readArguments(const st_commandLine &line, st_options *options
 // ------------------------------------------------------------------------------- main
 
 // The renderer takes no folder of more than 199 characters; from inside there is none to take.
-static bool openInItsFolder(st_viewer *viewer, const st_options &options,
+static bool openInItsFolder(st_viewer *viewer, const std::string &name,
                             std::vector<std::string> paths) {
     namespace fs = std::filesystem;
-    const fs::path folder = fs::path(options.model).parent_path();
+    const fs::path folder = fs::path(paths.front()).parent_path();
     std::error_code failed;
     const fs::path started = fs::current_path(failed);
     if (!failed && !folder.empty())
@@ -131,11 +132,29 @@ static bool openInItsFolder(st_viewer *viewer, const st_options &options,
     const bool moved = !failed;
     for (std::string &path : paths)
         path = moved ? fs::path(path).filename().string() : path;
-    const bool opened =
-        openViewer(viewer, printable(fs::path(options.model).filename().string()), paths);
+    const bool opened = openViewer(viewer, name, paths);
     if (moved)
         fs::current_path(started, failed);
     return opened;
+}
+
+// "" or why not.
+static std::string openModelOf(const st_options &options, st_viewer *viewer) {
+    const std::string name = printable(std::filesystem::path(options.model).filename().string());
+    st_modelLevels levels;
+    st_convertedModel converted;
+    const bool isConverted = needsConverting(options.model);
+    const std::string unfit =
+        isConverted ? convertModel(options.model, &converted) : findLevels(options.model, &levels);
+    if (!unfit.empty())
+        return unfit;
+    if (isConverted)
+        levels = {{converted.path}, converted.findings};
+    const bool opened = openInItsFolder(viewer, name, levels.paths);
+    if (isConverted)
+        removeConverted(converted);
+    viewer->findings = levels.findings;
+    return opened ? "" : printable(options.model) + ": the renderer does not load it";
 }
 
 int main(int argc, char **argv) {
@@ -155,13 +174,9 @@ int main(int argc, char **argv) {
     const std::string problem = line.problem.empty() ? readArguments(line, &options) : line.problem;
     if (!problem.empty())
         return refuseCommandLine("lwoview", problem);
-    st_modelLevels levels;
-    if (const std::string unfit = findLevels(options.model, &levels); !unfit.empty())
-        return fail(unfit);
     st_viewer viewer;
-    if (!openInItsFolder(&viewer, options, levels.paths))
-        return fail(printable(options.model) + ": the renderer does not load it");
-    viewer.findings = levels.findings;
+    if (const std::string unfit = openModelOf(options, &viewer); !unfit.empty())
+        return fail(unfit);
     for (const char key : options.keys)
         viewerKey(&viewer, static_cast<unsigned char>(key));
     if (!options.picture.empty())
