@@ -1,4 +1,4 @@
-// The edge that goes away runs from the second corner to the fourth, where OpenGL cuts quads.
+// The edge that goes away runs from the first corner to the third, where OpenGL cuts quads.
 #include "converter/joinTriangles.h"
 
 #include "converter/sceneCorners.h"
@@ -40,14 +40,14 @@ static st_vec areaOf(st_vec a, st_vec b, st_vec c) {
 }
 
 static bool isFlatAndConvex(const st_vec (&quad)[4]) {
-    const st_vec first = areaOf(quad[0], quad[1], quad[3]);
-    const st_vec second = areaOf(quad[1], quad[2], quad[3]);
+    const st_vec first = areaOf(quad[0], quad[1], quad[2]);
+    const st_vec second = areaOf(quad[0], quad[2], quad[3]);
     if (!(dotProduct(unit(first), unit(second)) > ABOUT_FLAT))
         return false;
     const st_vec area = first + second;
     const float least = CONVEX * dotProduct(area, area);
-    return dotProduct(areaOf(quad[0], quad[1], quad[2]), area) > least &&
-           dotProduct(areaOf(quad[0], quad[2], quad[3]), area) > least;
+    return dotProduct(areaOf(quad[0], quad[1], quad[3]), area) > least &&
+           dotProduct(areaOf(quad[1], quad[2], quad[3]), area) > least;
 }
 
 // Corners of both triangles that make the quad.
@@ -57,10 +57,10 @@ static bool findQuad(const st_layer &layer, const st_scenePolygon &a, const st_s
         for (int k = 0; k < 3; k++) {
             quad[0] = {&a, i};
             quad[1] = {&a, (i + 1) % 3};
-            quad[2] = {&b, k};
-            quad[3] = {&a, (i + 2) % 3};
-            if (!isSameCorner(layer, quad[1], {&b, (k + 2) % 3}) ||
-                !isSameCorner(layer, quad[3], {&b, (k + 1) % 3}))
+            quad[2] = {&a, (i + 2) % 3};
+            quad[3] = {&b, k};
+            if (!isSameCorner(layer, quad[0], {&b, (k + 1) % 3}) ||
+                !isSameCorner(layer, quad[2], {&b, (k + 2) % 3}))
                 continue;
             st_vec places[4];
             for (int corner = 0; corner < 4; corner++)
