@@ -11,7 +11,6 @@
 constexpr float FLAT_COSINE = 0.9998F;  // of 1 degree
 constexpr float AGREED_COSINE = 0.999F; // of 2.5 degrees
 constexpr float SLACK = 0.02F;          // radians
-constexpr float RIGHT_ANGLE = PI / 2;
 constexpr float ROUNDING = 1e-5F;
 constexpr float VANISHED = 0.05F;    // length of a sum of normals
 constexpr std::size_t CROWDED = 256; // polygons at a point
@@ -174,7 +173,10 @@ static bool vanishes(const st_shading &shading, int number) {
         st_vec sum = normal;
         for (const int other : shading.polygonsAt[static_cast<std::size_t>(point)]) {
             const st_vec otherNormal = shading.normals[static_cast<std::size_t>(other)];
-            if (other != number && dotProduct(normal, otherNormal) >= smallest - ROUNDING)
+            const float cosine = dotProduct(normal, otherNormal);
+            // The angle to its own back may come out as none at all, which the reader smooths over.
+            const bool isBack = cosine <= -1 + ROUNDING;
+            if (other != number && (cosine >= smallest - ROUNDING || isBack))
                 sum = sum + otherNormal;
         }
         if (lengthOf(sum) < VANISHED)
@@ -230,8 +232,7 @@ static void partUnshaded(const st_scene &scene, st_layer *layer) {
         const st_shading shading = shadingOf(scene, layer);
         isChanged = false;
         for (std::size_t p = 0; p < layer->polygons.size(); p++)
-            // Below a right angle nothing is taken away.
-            if (angleOf(shading, layer->polygons[p]) + SLACK > RIGHT_ANGLE &&
+            if (angleOf(shading, layer->polygons[p]) > 0 &&
                 vanishes(shading, static_cast<int>(p))) {
                 part(shading, static_cast<int>(p));
                 isChanged = true;
