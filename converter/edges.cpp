@@ -166,20 +166,24 @@ static st_shading shadingOf(const st_scene &scene, st_layer *layer) {
 // Whether the normals that meet at one of the corners take each other away.
 static bool vanishes(const st_shading &shading, int number) {
     const st_scenePolygon &polygon = shading.layer->polygons[static_cast<std::size_t>(number)];
-    const float smallest = std::cos(std::min(angleOf(shading, polygon) + SLACK, PI));
+    const float angle = angleOf(shading, polygon);
+    const float smallest = std::cos(std::min(angle + SLACK, PI)) - ROUNDING;
+    const float surely = std::cos(std::max(angle - SLACK, 0.0F));
     const st_vec normal = shading.normals[static_cast<std::size_t>(number)];
     for (int i = 0; i < polygon.cornerCount; i++) {
         const int point = cornerOf(*shading.layer, polygon, i).point;
-        st_vec sum = normal;
+        st_vec sum = normal, sumOfSure = normal; // with what the reader may add, and does add
         for (const int other : shading.polygonsAt[static_cast<std::size_t>(point)]) {
             const st_vec otherNormal = shading.normals[static_cast<std::size_t>(other)];
             const float cosine = dotProduct(normal, otherNormal);
             // The angle to its own back may come out as none at all, which the reader smooths over.
             const bool isBack = cosine <= -1 + ROUNDING;
-            if (other != number && (cosine >= smallest - ROUNDING || isBack))
+            if (other != number && (cosine >= smallest || isBack))
                 sum = sum + otherNormal;
+            if (other != number && (cosine >= surely || isBack))
+                sumOfSure = sumOfSure + otherNormal;
         }
-        if (lengthOf(sum) < VANISHED)
+        if (lengthOf(sum) < VANISHED || lengthOf(sumOfSure) < VANISHED)
             return true;
     }
     return false;
