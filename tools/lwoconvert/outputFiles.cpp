@@ -52,7 +52,7 @@ static std::string writePart(const std::string &path, const std::string &bytes) 
     if (file == nullptr)
         return std::strerror(errno);
     const bool isWritten = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    const std::string problem = isWritten ? "" : std::strerror(errno);
+    std::string problem = isWritten ? "" : std::strerror(errno);
     if (std::fclose(file) != 0 && problem.empty())
         return std::strerror(errno);
     return problem;

@@ -144,7 +144,7 @@ static std::string openModelOf(const st_options &options, st_viewer *viewer) {
     st_modelLevels levels;
     st_convertedModel converted;
     const bool isConverted = needsConverting(options.model);
-    const std::string unfit =
+    std::string unfit =
         isConverted ? convertModel(options.model, &converted) : findLevels(options.model, &levels);
     if (!unfit.empty())
         return unfit;
