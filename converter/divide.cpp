@@ -58,14 +58,15 @@ static void takeFan(int count, std::vector<int> *triangles) {
         triangles->insert(triangles->end(), {0, i, i + 1});
 }
 
-// Along the diagonal on which OpenGL's quads are cut, unless only the other lies inside.
+// Along the diagonal on which OpenGL cuts quads, unless only the other lies inside.
 static bool divideQuad(const Flat &p, std::vector<int> *triangles) {
-    if (turn(p[0], p[1], p[3]) >= 0 && turn(p[1], p[2], p[3]) >= 0) {
+    const bool isFan = turn(p[0], p[1], p[2]) >= 0 && turn(p[0], p[2], p[3]) >= 0;
+    const bool isOther = turn(p[0], p[1], p[3]) >= 0 && turn(p[1], p[2], p[3]) >= 0;
+    if (isFan || !isOther)
+        takeFan(4, triangles);
+    else
         *triangles = {0, 1, 3, 1, 2, 3};
-        return true;
-    }
-    takeFan(4, triangles);
-    return turn(p[0], p[1], p[2]) >= 0 && turn(p[0], p[2], p[3]) >= 0;
+    return isFan || isOther;
 }
 
 // Turns left at every corner, and once around in all.
