@@ -1,8 +1,23 @@
 // Decoding itself is stb_image's; it is asked for sizes first, as a few bytes may claim any.
 #include "converter/pictureDecoder.h"
 
+#include "converter/jpegTables.h"
+
+#include <algorithm>
 #include <climits>
+#include <cstdlib>
 #include <memory>
+
+// stb_image asks for what a file promises; what no picture of that size needs it does not get.
+static thread_local std::size_t mostAtOnce = 0; // bytes
+
+static void *limitedRealloc(void *block, std::size_t size) {
+    return size > mostAtOnce ? nullptr : std::realloc(block, size);
+}
+
+#define STBI_MALLOC(size) limitedRealloc(nullptr, size)
+#define STBI_REALLOC(block, size) limitedRealloc(block, size)
+#define STBI_FREE(block) std::free(block)
 
 #define STB_IMAGE_IMPLEMENTATION
 #define STB_IMAGE_STATIC
@@ -19,20 +34,35 @@
 #include <stb/stb_image.h>
 #pragma GCC diagnostic pop
 
+constexpr long long SMALL_PICTURE = 1LL << 20; // pixels
+constexpr long long MOST_PIXELS_A_BYTE = 1024; // of the best packed
+
 static_assert(STBI_MAX_DIMENSIONS == PICTURE_SIDE_LIMIT, "what is refused and what is said");
 
-std::string decodePicture(const unsigned char *bytes, std::size_t size, st_scenePicture *picture) {
+std::string decodePicture(const unsigned char *bytes, std::size_t size, st_scenePicture *picture,
+                          long long mostPixels) {
     if (size > INT_MAX)
         return "it is too large";
+    if (!isJpegInOrder(bytes, size))
+        return "it is damaged";
+    mostAtOnce = 1UL << 20;
     const int length = static_cast<int>(size);
     int width, height, channels;
     if (stbi_info_from_memory(bytes, length, &width, &height, &channels) == 0)
         return "it is no picture of a known kind";
     if (width < 1 || height < 1)
         return "it has no pixels";
+    const long long pixelCount = static_cast<long long>(width) * height;
     if (width > PICTURE_SIDE_LIMIT || height > PICTURE_SIDE_LIMIT ||
-        static_cast<long long>(width) * height > PICTURE_PIXEL_LIMIT)
+        pixelCount > std::min(mostPixels, PICTURE_PIXEL_LIMIT))
         return "it is too large, " + std::to_string(width) + " x " + std::to_string(height);
+    // Some kinds are decoded as zeros where the file has ended.
+    if (pixelCount > SMALL_PICTURE + length * MOST_PIXELS_A_BYTE)
+        return "it is cut off";
+    constexpr std::size_t BYTES_PER_PIXEL = 16, MARGIN = 64; // pixels that blocks reach beyond it
+    mostAtOnce = (static_cast<std::size_t>(width) + MARGIN) *
+                     (static_cast<std::size_t>(height) + MARGIN) * BYTES_PER_PIXEL +
+                 2 * size + (1UL << 20);
     const std::unique_ptr<unsigned char, void (*)(void *)> pixels(
         stbi_load_from_memory(bytes, length, &width, &height, &channels, 4), stbi_image_free);
     if (pixels == nullptr)
