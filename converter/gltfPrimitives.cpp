@@ -1,0 +1,304 @@
+// Corners are made one by one, each with what its vertex says; points are the vertices in use.
+#include "converter/gltfPrimitives.h"
+
+#include "checker/plainText.h"
+#include "converter/colors.h"
+#include "converter/gltfValues.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+void note(st_gltfReading &reading, bool isNote, const char *rule, const std::string &what,
+          const std::string &consequence) {
+    if (reading.noted.insert(what).second)
+        reading.lost->push_back({rule, isNote, what, consequence, ""});
+}
+
+// ------------------------------------------------------------------------------ places
+
+static float sound(double number) {
+    const float value = static_cast<float>(number);
+    return std::isfinite(value) ? value : 0;
+}
+
+st_vec placedPoint(const st_gltfPlace &place, const float (&point)[3]) {
+    double sum[3];
+    for (int row = 0; row < 3; row++) {
+        sum[row] = place.columns[3][row];
+        for (int column = 0; column < 3; column++)
+            sum[row] += place.columns[column][row] * static_cast<double>(point[column]);
+    }
+    return {sound(sum[0]), sound(sum[1]), sound(sum[2])};
+}
+
+// What turns normals, and whether the place mirrors.
+struct st_normalPlace {
+    double rows[3][3];
+    bool isMirror;
+};
+
+static st_normalPlace normalPlace(const st_gltfPlace &place) {
+    st_normalPlace result = {};
+    const auto &m = place.columns;
+    for (int column = 0; column < 3; column++)
+        for (int row = 0; row < 3; row++) {
+            const int c1 = (column + 1) % 3, c2 = (column + 2) % 3;
+            const int r1 = (row + 1) % 3, r2 = (row + 2) % 3;
+            result.rows[row][column] = m[c1][r1] * m[c2][r2] - m[c1][r2] * m[c2][r1];
+        }
+    double determinant = 0;
+    for (int row = 0; row < 3; row++)
+        determinant += m[0][row] * result.rows[row][0];
+    result.isMirror = determinant < 0;
+    if (result.isMirror)
+        for (auto &row : result.rows)
+            for (double &factor : row)
+                factor = -factor;
+    return result;
+}
+
+// v with length 1; false if it has no direction.
+static bool toUnit(double x, double y, double z, st_vec *normal) {
+    const double length = std::sqrt(x * x + y * y + z * z);
+    if (!(length > 0) || !std::isfinite(length))
+        return false;
+    *normal = {static_cast<float>(x / length), static_cast<float>(y / length),
+               static_cast<float>(z / length)};
+    return true;
+}
+
+static bool placedNormal(const st_normalPlace &place, const float (&n)[3], st_vec *normal) {
+    double sum[3] = {};
+    for (int row = 0; row < 3; row++)
+        for (int column = 0; column < 3; column++)
+            sum[row] += place.rows[row][column] * static_cast<double>(n[column]);
+    return toUnit(sum[0], sum[1], sum[2], normal);
+}
+
+static st_vec faceNormal(const st_vec &a, const st_vec &b, const st_vec &c) {
+    const double p[3] = {static_cast<double>(b.x) - a.x, static_cast<double>(b.y) - a.y,
+                         static_cast<double>(b.z) - a.z};
+    const double q[3] = {static_cast<double>(c.x) - a.x, static_cast<double>(c.y) - a.y,
+                         static_cast<double>(c.z) - a.z};
+    st_vec normal = {0, 1, 0};
+    toUnit(p[1] * q[2] - p[2] * q[1], p[2] * q[0] - p[0] * q[2], p[0] * q[1] - p[1] * q[0],
+           &normal);
+    return normal;
+}
+
+// --------------------------------------------------------------------------- triangles
+
+// Strips and fans as single triangles, without those that only lead on.
+static std::vector<unsigned> asTriangles(std::vector<unsigned> indices, int mode) {
+    if (mode == TINYGLTF_MODE_TRIANGLES) {
+        indices.resize(indices.size() / 3 * 3);
+        return indices;
+    }
+    std::vector<unsigned> triangles;
+    for (std::size_t i = 0; i + 2 < indices.size(); i++) {
+        unsigned a = indices[mode == TINYGLTF_MODE_TRIANGLE_FAN ? 0 : i];
+        unsigned b = indices[i + 1];
+        const unsigned c = indices[i + 2];
+        if (mode == TINYGLTF_MODE_TRIANGLE_STRIP && i % 2 == 1)
+            std::swap(a, b);
+        if (a != b && b != c && c != a)
+            triangles.insert(triangles.end(), {a, b, c});
+    }
+    return triangles;
+}
+
+static std::string trianglesOf(st_gltfReading &reading, const tinygltf::Primitive &primitive,
+                               std::size_t vertexCount, std::vector<unsigned> *triangles) {
+    constexpr const char *TOO_MUCH = "it holds more than its size allows";
+    std::vector<unsigned> indices;
+    if (primitive.indices >= 0) {
+        std::string problem =
+            readIndices(reading.file->model, primitive.indices, &reading.budget, &indices);
+        if (!problem.empty())
+            return problem;
+    } else if (vertexCount <= reading.budget) {
+        indices.resize(vertexCount);
+        std::iota(indices.begin(), indices.end(), 0U);
+    } else {
+        return TOO_MUCH;
+    }
+    for (const unsigned index : indices)
+        if (index >= vertexCount)
+            return "an index names a vertex that is not there";
+    *triangles = asTriangles(std::move(indices), primitive.mode);
+    if (triangles->size() > reading.budget)
+        return TOO_MUCH;
+    reading.budget -= triangles->size();
+    return "";
+}
+
+// Numbers the vertices in use: `points` becomes their indices, and each of `triangles` is replaced
+// by its number among these. Takes no longer than there are corners, however large the arrays.
+static void numberPoints(std::vector<unsigned> &triangles, std::size_t vertexCount,
+                         std::vector<unsigned> *points) {
+    if (vertexCount / 8 > triangles.size()) {
+        *points = triangles;
+        std::sort(points->begin(), points->end());
+        points->erase(std::unique(points->begin(), points->end()), points->end());
+        for (unsigned &index : triangles)
+            index = static_cast<unsigned>(std::lower_bound(points->begin(), points->end(), index) -
+                                          points->begin());
+        return;
+    }
+    std::vector<unsigned> numbers(vertexCount, 0); // from 1
+    for (unsigned &index : triangles) {
+        if (numbers[index] == 0) {
+            points->push_back(index);
+            numbers[index] = static_cast<unsigned>(points->size());
+        }
+        index = numbers[index] - 1;
+    }
+}
+
+// -------------------------------------------------------------------------- attributes
+
+// What a primitive's vertices have; what they have not has no rows.
+struct st_attributes {
+    st_rows positions, normals, uvs, colors;
+};
+
+static std::string findAttribute(st_gltfReading &reading, const tinygltf::Primitive &primitive,
+                                 const std::string &name, std::size_t width, std::size_t count,
+                                 st_rows *rows) {
+    const auto found = primitive.attributes.find(name);
+    if (found == primitive.attributes.end())
+        return "";
+    std::string problem =
+        findRows(reading.file->model, found->second, width, &reading.budget, rows);
+    if (problem.empty() && rows->count < count)
+        problem = "there are fewer " + printable(name) + " than vertices";
+    return problem;
+}
+
+static std::string findAttributes(st_gltfReading &reading, const tinygltf::Primitive &primitive,
+                                  const st_gltfLook &look, st_attributes *found) {
+    const std::size_t count = found->positions.count;
+    std::string problem = findAttribute(reading, primitive, "NORMAL", 3, count, &found->normals);
+    const bool isTextured =
+        reading.scene->materials[static_cast<std::size_t>(look.material)].picture >= 0;
+    if (problem.empty() && isTextured)
+        problem = findAttribute(reading, primitive, "TEXCOORD_" + std::to_string(look.texCoord), 2,
+                                count, &found->uvs);
+    if (problem.empty())
+        problem = findAttribute(reading, primitive, "COLOR_0", 3, count, &found->colors);
+    return problem;
+}
+
+static st_uv placedUv(const st_gltfLook &look, const st_rows &uvs, std::size_t vertex) {
+    float uv[2];
+    rowAt(uvs, vertex, uv);
+    const float *m = look.transform;
+    const float u = m[0] * uv[0] + m[1] * uv[1] + m[2], v = m[3] * uv[0] + m[4] * uv[1] + m[5];
+    return {sound(static_cast<double>(u)), sound(static_cast<double>(1 - v))};
+}
+
+static st_vec shownColorAt(const st_rows &colors, std::size_t vertex) {
+    float light[3];
+    rowAt(colors, vertex, light);
+    for (float &part : light)
+        part = shownColor(std::clamp(part, 0.0F, 1.0F));
+    return {light[0], light[1], light[2]};
+}
+
+// ------------------------------------------------------------------------------ layers
+
+static void addPoints(const st_rows &positions, const std::vector<unsigned> &vertices,
+                      const st_gltfPlace &place, st_layer *layer) {
+    layer->points.reserve(layer->points.size() + vertices.size());
+    for (const unsigned vertex : vertices) {
+        float position[3];
+        rowAt(positions, vertex, position);
+        layer->points.push_back(placedPoint(place, position));
+    }
+}
+
+static void addColors(const st_rows &colors, const std::vector<unsigned> &triangles,
+                      const std::vector<unsigned> &vertices, bool isMirror, st_layer *layer) {
+    if (colors.count == 0 && layer->colors.empty())
+        return;
+    layer->colors.resize(layer->corners.size() - triangles.size(), {1, 1, 1});
+    layer->colors.reserve(layer->corners.size());
+    for (std::size_t i = 0; i < triangles.size(); i++) {
+        const std::size_t turned = isMirror && i % 3 > 0 ? i - i % 3 + 3 - i % 3 : i;
+        layer->colors.push_back(colors.count == 0
+                                    ? st_vec{1, 1, 1}
+                                    : shownColorAt(colors, vertices[triangles[turned]]));
+    }
+}
+
+// `triangles` are numbers of vertices, which became the points from firstPoint on.
+static void addPolygons(const st_attributes &from, const std::vector<unsigned> &triangles,
+                        const std::vector<unsigned> &vertices, const st_gltfLook &look,
+                        const st_normalPlace &place, std::size_t firstPoint, st_layer *layer) {
+    layer->corners.reserve(layer->corners.size() + triangles.size());
+    layer->polygons.reserve(layer->polygons.size() + triangles.size() / 3);
+    for (std::size_t t = 0; t < triangles.size(); t += 3) {
+        std::size_t order[3] = {triangles[t], triangles[t + 1], triangles[t + 2]};
+        if (place.isMirror)
+            std::swap(order[1], order[2]);
+        const auto point = [&](int i) { return layer->points[firstPoint + order[i]]; };
+        const st_vec face = faceNormal(point(0), point(1), point(2));
+        layer->polygons.push_back({look.material, static_cast<int>(layer->corners.size()), 3});
+        for (const std::size_t number : order) {
+            const std::size_t vertex = vertices[number];
+            st_sceneCorner corner = {static_cast<int>(firstPoint + number), face, {0, 0}};
+            if (from.normals.count > 0) {
+                float normal[3];
+                rowAt(from.normals, vertex, normal);
+                placedNormal(place, normal, &corner.normal);
+            }
+            if (from.uvs.count > 0)
+                corner.uv = placedUv(look, from.uvs, vertex);
+            layer->corners.push_back(corner);
+        }
+    }
+}
+
+static bool hasFaces(st_gltfReading &reading, const tinygltf::Primitive &primitive) {
+    if (primitive.mode < TINYGLTF_MODE_TRIANGLES) {
+        note(reading, true, "points-and-lines", "points and lines", "left out");
+        return false;
+    }
+    if (primitive.attributes.count("POSITION") == 0) {
+        note(reading, false, "no-positions", "vertices without positions", "not shown");
+        return false;
+    }
+    if (!primitive.targets.empty())
+        note(reading, true, "morphs", "shapes to morph into", "drawn as it is without them");
+    return true;
+}
+
+std::string addPrimitive(st_gltfReading &reading, const tinygltf::Primitive &primitive,
+                         const st_gltfPlace &place, st_layer *layer) {
+    if (primitive.mode < TINYGLTF_MODE_POINTS || primitive.mode > TINYGLTF_MODE_TRIANGLE_FAN)
+        return "a primitive is of a mode that there is not";
+    if (!hasFaces(reading, primitive))
+        return "";
+    const st_gltfLook &look = lookOf(reading.materials, primitive.material);
+    st_attributes from;
+    std::vector<unsigned> triangles, vertices;
+    std::string problem = findRows(reading.file->model, primitive.attributes.at("POSITION"), 3,
+                                   &reading.budget, &from.positions);
+    if (problem.empty())
+        problem = findAttributes(reading, primitive, look, &from);
+    if (problem.empty())
+        problem = trianglesOf(reading, primitive, from.positions.count, &triangles);
+    if (!problem.empty())
+        return problem;
+    if (from.normals.count > 0)
+        reading.scene->materials[static_cast<std::size_t>(look.material)].smoothing =
+            SMOOTH_AS_NORMALS;
+    numberPoints(triangles, from.positions.count, &vertices);
+    const std::size_t firstPoint = layer->points.size();
+    const st_normalPlace normals = normalPlace(place);
+    addPoints(from.positions, vertices, place, layer);
+    addPolygons(from, triangles, vertices, look, normals, firstPoint, layer);
+    addColors(from.colors, triangles, vertices, normals.isMirror, layer);
+    return "";
+}
