@@ -33,14 +33,24 @@ st_verdict fuzzTarga(const std::string &input);
 // among others.
 st_verdict fuzzEnvelope(const std::string &input);
 
+// The input is a glTF file, of either kind, beside a few pictures.
+st_verdict fuzzGltf(const std::string &input);
+
+// The input is an OBJ file and, behind a zero, its material file a.mtl, beside a few pictures.
+st_verdict fuzzObj(const std::string &input);
+
+// The input is a picture of any kind that models of other formats have.
+st_verdict fuzzPicture(const std::string &input);
+
 struct st_fuzzTarget {
     const char *name;
     fuzzFunction judge;
 };
 
-constexpr st_fuzzTarget FUZZ_TARGETS[] = {{"lwo2", fuzzLwo2},   {"lwob", fuzzLwob},
-                                          {"model", fuzzModel}, {"info", fuzzInfo},
-                                          {"targa", fuzzTarga}, {"envelope", fuzzEnvelope}};
+constexpr st_fuzzTarget FUZZ_TARGETS[] = {
+    {"lwo2", fuzzLwo2}, {"lwob", fuzzLwob},   {"model", fuzzModel},
+    {"info", fuzzInfo}, {"targa", fuzzTarga}, {"envelope", fuzzEnvelope},
+    {"gltf", fuzzGltf}, {"obj", fuzzObj},     {"picture", fuzzPicture}};
 
 // How much memory an input of that size may take. The smallest sub-chunks, of 6 bytes, make
 // records of some hundred.

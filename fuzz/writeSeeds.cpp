@@ -1,4 +1,7 @@
 // Writes the first inputs of each target: writeSeeds FOLDER makes FOLDER/lwo2/0, ...
+#include "converter/pngWriter.h"
+#include "tests/support/gltfModel.h"
+#include "tests/support/jpegPicture.h"
 #include "tests/support/modelParts.h"
 #include "tests/support/sampleModels.h"
 #include "tests/support/targaWriter.h"
@@ -58,6 +61,67 @@ static Inputs envelopes() {
     return inputs;
 }
 
+// All that a glTF file has that is read, and the same in one text.
+static Inputs gltfFiles() {
+    GltfModel model = zigzag();
+    model.accessor(floats({0, 0, 1, 0, 0, 1, 0, 0, 1, 0, 0, 1, 0, 0, 1}), FLOAT_VEC3, 5);
+    model.accessor(floats({0, 0, 1, 0, 1, 1, 0, 1, 0, 0}), FLOAT_VEC2, 5);
+    model.accessor(littleNumbers<std::uint16_t>({0, 1, 2, 3, 4, 2}), SHORT_INDEX, 6);
+    model.accessors.push_back(
+        R"("count":5,"componentType":5126,"type":"VEC3","sparse":{"count":1,"indices":{)"
+        R"("bufferView":3,"componentType":5123},"values":{"bufferView":0}})");
+    const int image = model.view(pngBytes({"", 1, 1, {1, 2, 3, 4}}));
+    model.primitive(R"("attributes":{"POSITION":0,"NORMAL":1,"TEXCOORD_0":2,"COLOR_0":1},)"
+                    R"("indices":3,"material":0)");
+    model.primitive(R"("attributes":{"POSITION":4},"mode":5)");
+    model.primitive(
+        R"("attributes":{"POSITION":0},"mode":6,"material":1,"targets":[{"POSITION":1}])");
+    model.nodes = R"([{"mesh":0,"children":[1],"rotation":[0,0.6,0,0.8],"scale":[1,-2,1]},)"
+                  R"({"mesh":0,"matrix":[1,0,0,0,0,1,0,0,0,0,1,0,3,2,1,1],"extensions":)"
+                  R"({"KHR_node_visibility":{"visible":false}}}])";
+    model.more =
+        R"(,"images":[{"bufferView":)" + std::to_string(image) +
+        R"(},{"uri":"a.tga"}],"samplers":[{"wrapS":33071}],"textures":[{"source":0,"sampler":0},)"
+        R"({"source":1}],"materials":[{"alphaMode":"MASK","emissiveFactor":[0,1,0],)"
+        R"("pbrMetallicRoughness":{"baseColorFactor":[1,0.5,0,1],"baseColorTexture":{"index":0,)"
+        R"("extensions":{"KHR_texture_transform":{"offset":[1,2],"rotation":1,"scale":[2,2]}}}}},)"
+        R"({"extensions":{"KHR_materials_unlit":{},"KHR_materials_pbrSpecularGlossiness":)"
+        R"({"diffuseTexture":{"index":1}}}}],"extensionsUsed":["KHR_texture_transform"])";
+    GltfModel inText;
+    inText.bytes = std::string(36, '\0');
+    inText.views = {R"("buffer":0,"byteLength":36)"};
+    inText.accessors = {std::string(R"("bufferView":0,"count":3,)") + FLOAT_VEC3};
+    inText.primitive(R"("attributes":{"POSITION":0})");
+    return {model.glb(), inText.text(R"(,"uri":"data:;base64,)" + std::string(48, 'A') + "\"")};
+}
+
+static Inputs objFiles() {
+    const std::string materials =
+        "newmtl m\nKd 1 0 0\nd 0.5\nKe 0 1 0\nNs 10\nillum 2\n"
+        "map_Kd -o 1 2 -s 2 2 -clamp on a.tga\nmap_d a.tga\nnewmtl n\nTr 0.5\nPr 0.5\n";
+    return {"mtllib a.mtl\nv 0 0 0 1 0 0\nv 1 0 0 0 1 0\nv 1 1 0\nv 0 1 0\nv 0.5 2e-1 0\n"
+            "vt 0 0\nvt 1 1\nvn 0 0 1\no a\ng b c\ns 1\nusemtl m\nf 1/1/1 2/2/1 3/1/1\n"
+            "f -5 -4 -3 -2 -1\ns off\nusemtl n\nf 1//1 2//1 3//1\nl 1 2\n" +
+            std::string(1, '\0') + materials};
+}
+
+static Inputs pictures() {
+    Inputs inputs = images();
+    const std::vector<unsigned char> pixels = {1, 2, 3, 4, 5, 6, 7, 255};
+    inputs.push_back(pngBytes({"", 2, 1, pixels}));
+    const std::string bmp = "BM" + little4(62) + little4(0) + little4(54) + little4(40) +
+                            little4(2) + little4(1) + little2(1) + little2(24) +
+                            std::string(24, '\0') + "abcdefgh";
+    inputs.push_back(bmp);
+    inputs.push_back(jpegPicture());
+    inputs.push_back("GIF89a" + little2(1) + little2(1) + std::string("\x80\0\0", 3) + "abcdef" +
+                     "," + std::string(4, '\0') + little2(1) + little2(1) +
+                     std::string("\0\x02\x02\x4C\x01\0;", 7));
+    inputs.push_back("8BPS" + u2(1) + std::string(6, '\0') + u2(3) + u4(1) + u4(2) + u2(8) + u2(3) +
+                     std::string(12, '\0') + u2(0) + "abcdef");
+    return inputs;
+}
+
 static void write(const std::string &folder, const Inputs &inputs) {
     std::filesystem::create_directories(folder);
     for (std::size_t i = 0; i < inputs.size(); i++)
@@ -74,5 +138,8 @@ int main(int argc, char **argv) {
         write(folder + "/" + target, models());
     write(folder + "/targa", images());
     write(folder + "/envelope", envelopes());
+    write(folder + "/gltf", gltfFiles());
+    write(folder + "/obj", objFiles());
+    write(folder + "/picture", pictures());
     return 0;
 }
