@@ -1,6 +1,8 @@
 #include "converter/modelFormats.h"
 
 #include "checker/images.h"
+#include "converter/gltfReader.h"
+#include "converter/objReader.h"
 #include "converter/objectReader.h"
 
 #include <filesystem>
@@ -20,8 +22,8 @@ std::string readModel(const std::string &path, st_scene *scene, std::vector<st_f
     switch (formatOf(path)) {
     case FORMAT_OBJECT: return readObject(path, scene, lost);
     case FORMAT_GLB:
-    case FORMAT_GLTF:
-    case FORMAT_OBJ: return "models of this format cannot be read yet";
+    case FORMAT_GLTF: return readGltf(path, scene, lost);
+    case FORMAT_OBJ: return readObj(path, scene, lost);
     default: return "its name does not end in .lwo, .glb, .gltf or .obj";
     }
 }

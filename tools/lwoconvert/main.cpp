@@ -5,6 +5,7 @@
 //   lwoconvert tree3d.lwo tree.glb
 #include "checker/modelFile.h"
 #include "checker/plainText.h"
+#include "converter/gltfWriter.h"
 #include "converter/modelFormats.h"
 #include "converter/objectFiles.h"
 #include "converter/pictureSearch.h"
@@ -97,7 +98,9 @@ static std::string makeFiles(const st_options &options, st_scene scene,
                              std::vector<st_outputFile> *files, std::vector<st_finding> *lost) {
     if (formatOf(options.out) == FORMAT_OBJECT)
         return makeObject(options, std::move(scene), files, lost);
-    return "models of this format cannot be written yet";
+    std::string problem;
+    files->push_back({options.out, gltfBytes(scene, &problem)});
+    return problem;
 }
 
 static std::string readFit(st_options *options) {
