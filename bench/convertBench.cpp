@@ -1,8 +1,9 @@
-// How fast a large glTF file becomes a scene and, of that, an object file with its normals.
+// How fast a large glTF file becomes a scene, and that a glTF and an object file.
 //   convertBench [TRIANGLES]
 // Makes the file, converts it in a process of its own and prints a row of the table in RESULTS.md.
 #include "converter/gltfReader.h"
 #include "converter/gltfWriter.h"
+#include "converter/objectFiles.h"
 
 #include <cmath>
 #include <cstdio>
@@ -64,9 +65,12 @@ static int convert(const std::string &path) {
     }
     printRow("glb to scene", &before);
     std::string ignored;
-    const std::string bytes = gltfBytes(scene, &ignored);
+    const bool isWritten = !gltfBytes(scene, &ignored).empty();
     printRow("scene to glb", &before);
-    return bytes.empty() ? 1 : 0;
+    st_objectFiles files;
+    const bool isMade = objectFiles(std::move(scene), "hills", &files, &lost).empty();
+    printRow("scene to lwo", &before);
+    return isWritten && isMade ? 0 : 1;
 }
 
 int main(int argc, char **argv) {
