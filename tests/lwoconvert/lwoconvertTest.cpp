@@ -1,8 +1,8 @@
 // lwoconvert as a user runs it: what it writes, what it says, with what status it ends.
 #include "checker/modelFile.h"
 #include "tests/support/childProcess.h"
+#include "tests/support/plankModel.h"
 #include "tests/support/pngPicture.h"
-#include "tests/tools/plankModel.h"
 
 #include <gtest/gtest.h>
 
