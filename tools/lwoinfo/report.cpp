@@ -1,5 +1,4 @@
-// One section a kind of record, each a table whose empty columns are left out. Sections of which
-// there is nothing are left out, too.
+// One section a kind of record. Sections of which there is nothing are left out.
 #include "tools/lwoinfo/report.h"
 
 #include "checker/facts.h"
@@ -13,11 +12,6 @@ using Rows = std::vector<std::vector<std::string>>;
 
 constexpr int LAYER_HIDDEN = 1;       // in st_lwLayer::flags
 constexpr std::size_t KEYS_SHOWN = 4; // of an envelope
-
-// A section: its title, then the table, if it has more than titles.
-static std::string section(const std::string &title, const Rows &rows) {
-    return rows.size() < 2 ? "" : "\n" + title + "\n" + columns(rows);
-}
 
 static std::string numbersText(const std::vector<double> &numbers) {
     std::string text;
@@ -66,7 +60,7 @@ static std::string flagsText(int flags) {
     return flags == LAYER_HIDDEN ? "hidden" : std::to_string(flags);
 }
 
-static std::string layersText(const st_lwObject *object) {
+static st_section layersSection(const st_lwObject *object) {
     Rows rows = {
         {">layer", "name", ">points", ">polygons", "x", "y", "z", "pivot", ">parent", "flags"}};
     forEach(object->layers, [&](const st_lwLayer &layer) {
@@ -82,7 +76,7 @@ static std::string layersText(const st_lwObject *object) {
         rows.push_back({"all", "", "", "", rangeText(box, 0), rangeText(box, 1), rangeText(box, 2),
                         "", "", ""});
     }
-    return section("Layers", rows);
+    return {"Layers", rows};
 }
 
 // ------------------------------------------------------------------------- polygons
@@ -93,7 +87,7 @@ static std::string cornersText(int corners) {
     return corners == 4 ? "quads" : counted(corners, "corner");
 }
 
-static std::string polygonsText(const st_lwObject *object) {
+static st_section polygonsSection(const st_lwObject *object) {
     Rows rows = {{"type", ">polygons", "corners"}};
     unsigned int type = 0;
     for (const auto &[kind, count] : countPolygons(object)) {
@@ -102,7 +96,7 @@ static std::string polygonsText(const st_lwObject *object) {
         rows.push_back(
             {isNew ? idText(type) : "", std::to_string(count), cornersText(kind.second)});
     }
-    return section("Polygons", rows);
+    return {"Polygons", rows};
 }
 
 // ------------------------------------------------------------------------- surfaces
@@ -125,7 +119,7 @@ static std::string textureText(const st_lwObject *object, const st_lwTexture &te
     return text + (attributes.empty() ? "" : ", " + attributes);
 }
 
-static std::string surfacesText(const st_lwObject *object) {
+static st_section surfacesSection(const st_lwObject *object) {
     Rows rows = {{"name", ">polygons", "color", "attributes"}};
     std::map<const st_lwSurface *, int> counts = countBySurface(object);
     forEach(object->surfaces, [&](const st_lwSurface &surface) {
@@ -135,10 +129,10 @@ static std::string surfacesText(const st_lwObject *object) {
              numbersText({rgb[0], rgb[1], rgb[2]}) + envelopeText(surface.color.envelope),
              attributesText(surfaceAttributes(&surface))});
     });
-    return section("Surfaces", rows);
+    return {"Surfaces", rows};
 }
 
-static std::string texturesText(const st_lwObject *object) {
+static st_section texturesSection(const st_lwObject *object) {
     Rows rows = {{"surface", "channel", "texture"}};
     forEach(object->surfaces, [&](const st_lwSurface &surface) {
         for (const st_channelTextures &channel : channelTextures(&surface))
@@ -147,21 +141,21 @@ static std::string texturesText(const st_lwObject *object) {
                                 textureText(object, texture)});
             });
     });
-    return section("Textures", rows);
+    return {"Textures", rows};
 }
 
 // -------------------------------------------------- clips, vertex maps, envelopes
 
-static std::string clipsText(const st_lwObject *object) {
+static st_section clipsSection(const st_lwObject *object) {
     Rows rows = {{">clip", "source", "name", "attributes"}};
     forEach(object->clips, [&](const st_lwClip &clip) {
         rows.push_back({std::to_string(clip.index), clipTypeName(clip.type),
                         quoted(clipSourceName(&clip)), attributesText(clipAttributes(&clip))});
     });
-    return section("Clips", rows);
+    return {"Clips", rows};
 }
 
-static std::string vertexMapsText(const st_lwObject *object) {
+static st_section vertexMapsSection(const st_lwObject *object) {
     Rows rows = {{">layer", "type", "name", ">values", "for each of"}};
     forEach(object->layers, [&](const st_lwLayer &layer) {
         forEach(layer.vmaps, [&](const st_lwVMap &vmap) {
@@ -170,7 +164,7 @@ static std::string vertexMapsText(const st_lwObject *object) {
                             counted(vmap.count, vmap.perPolygon != 0 ? "corner" : "point")});
         });
     });
-    return section("Vertex maps", rows);
+    return {"Vertex maps", rows};
 }
 
 static std::string keysText(const st_lwEnvelope &envelope) {
@@ -184,7 +178,7 @@ static std::string keysText(const st_lwEnvelope &envelope) {
     return shown > KEYS_SHOWN ? text + ", ..." : text;
 }
 
-static std::string envelopesText(const st_lwObject *object) {
+static st_section envelopesSection(const st_lwObject *object) {
     Rows rows = {{">envelope", "name", ">keys", "values", "before", "after", "filters"}};
     forEach(object->envelopes, [&](const st_lwEnvelope &envelope) {
         rows.push_back({std::to_string(envelope.index),
@@ -193,12 +187,12 @@ static std::string envelopesText(const st_lwObject *object) {
                         behaviorName(envelope.behavior[0]), behaviorName(envelope.behavior[1]),
                         envelope.cfilterCount == 0 ? "" : std::to_string(envelope.cfilterCount)});
     });
-    return section("Envelopes", rows);
+    return {"Envelopes", rows};
 }
 
 // ---------------------------------------------------------------------- the report
 
-static std::string headline(const st_modelFile &model) {
+std::string objectHeadline(const st_modelFile &model) {
     const st_lwObject *object = model.object.get();
     long long points = 0;
     long long polygons = 0;
@@ -206,14 +200,27 @@ static std::string headline(const st_modelFile &model) {
         points += layer.pointList.count;
         polygons += layer.polygonList.count;
     });
-    return printable(model.path) + ": " + model.format + ", " +
-           counted(object->layerCount, "layer") + ", " + counted(points, "point") + ", " +
-           counted(polygons, "polygon") + ", " + counted(object->surfaceCount, "surface") + "\n";
+    return model.format + ", " + counted(object->layerCount, "layer") + ", " +
+           counted(points, "point") + ", " + counted(polygons, "polygon") + ", " +
+           counted(object->surfaceCount, "surface");
+}
+
+std::vector<st_section> objectSections(const st_modelFile &model) {
+    const st_lwObject *object = model.object.get();
+    std::vector<st_section> sections = {layersSection(object),   polygonsSection(object),
+                                        surfacesSection(object), texturesSection(object),
+                                        clipsSection(object),    vertexMapsSection(object),
+                                        envelopesSection(object)};
+    sections.erase(
+        std::remove_if(sections.begin(), sections.end(),
+                       [](const st_section &section) { return section.rows.size() < 2; }),
+        sections.end());
+    return sections;
 }
 
 std::string objectReport(const st_modelFile &model) {
-    const st_lwObject *object = model.object.get();
-    return headline(model) + layersText(object) + polygonsText(object) + surfacesText(object) +
-           texturesText(object) + clipsText(object) + vertexMapsText(object) +
-           envelopesText(object);
+    std::string text = printable(model.path) + ": " + objectHeadline(model) + "\n";
+    for (const st_section &section : objectSections(model))
+        text += "\n" + section.title + "\n" + columns(section.rows);
+    return text;
 }
