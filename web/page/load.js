@@ -4,42 +4,9 @@
 //   engine.canvasSeek(0);
 //
 // Throws a Trouble.
+import { fetchBytes, isGzip, unpacked } from './fetch.js';
 import { PACK } from './files.js';
 import { Trouble, cutFile, failedShow, missingFile, noWasm, noWebGl } from './trouble.js';
-
-// Fetches a file whole, reporting bytes as they come in.
-async function fetchBytes(name, onBytes) {
-  let response;
-  try {
-    response = await fetch(name);
-  } catch (cause) {
-    throw missingFile(name, cause);
-  }
-  if (!response.ok) throw missingFile(name, response.status);
-  const parts = [];
-  let done = 0;
-  try {
-    const reader = response.body.getReader();
-    for (let step = await reader.read(); !step.done; step = await reader.read()) {
-      parts.push(step.value);
-      onBytes((done += step.value.length));
-    }
-  } catch (cause) {
-    throw cutFile(name, cause);
-  }
-  return new Blob(parts);
-}
-
-async function isGzip(blob) {
-  const head = new Uint8Array(await blob.slice(0, 2).arrayBuffer());
-  return head[0] === 0x1f && head[1] === 0x8b;
-}
-
-function unpacked(blob) {
-  const unpack = new DecompressionStream('gzip');
-  blob.stream().pipeTo(unpack.writable).catch(() => {}); // whoever reads hears of it
-  return new Response(unpack.readable);
-}
 
 // The pack as a tar archive. Some hosts unpack what ends in .gz on its way; some browsers cannot
 // unpack, and fetch it plain.
