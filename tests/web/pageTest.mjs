@@ -4,6 +4,7 @@ import { readFileSync, readdirSync, statSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
 import { FIREFOX, ready, startBench, until, withPage } from './browser.mjs';
+import { differenceFrom, withoutAntialiasing } from './pictures.mjs';
 
 const WEB = process.env.WEB_FOLDER;
 const STILLS = process.env.STILLS_FOLDER;
@@ -59,48 +60,13 @@ function still(request, response, path) {
   return true;
 }
 
-// The means of what differs between the canvas and a picture, in steps of 255.
-function differenceFrom(still) {
-  return new Promise((resolve, reject) => {
-    const image = new Image();
-    image.onerror = () => reject(new Error('no picture'));
-    image.onload = () => {
-      const pixels = (source) => {
-        const copy = Object.assign(document.createElement('canvas'), { width: 800, height: 600 });
-        const context = copy.getContext('2d');
-        context.drawImage(source, 0, 0);
-        return context.getImageData(0, 0, 800, 600).data;
-      };
-      const [drawn, wanted] = [pixels(document.getElementById('stage')), pixels(image)];
-      let sum = 0;
-      let far = 0;
-      for (let k = 0; k < drawn.length; k += 4) {
-        const off = [0, 1, 2].map((c) => Math.abs(drawn[k + c] - wanted[k + c]));
-        sum += off[0] + off[1] + off[2];
-        if (Math.max(...off) > 16) far++;
-      }
-      const count = drawn.length / 4;
-      resolve({ mean: sum / (3 * count), far: far / count, size: [image.width, image.height] });
-    };
-    image.src = still;
-  });
-}
-
-// One sample a pixel on both sides: where several of them lie is each renderer's own business.
-function withoutAntialiasing() {
-  const real = HTMLCanvasElement.prototype.getContext;
-  HTMLCanvasElement.prototype.getContext = function (kind, attributes) {
-    return real.call(this, kind, attributes && { ...attributes, antialias: false });
-  };
-}
-
 test('draws the frames that are drawn natively', () =>
   withShow({ query: '?frame=300', before: withoutAntialiasing, alter: still }, async (page) => {
     for (const frame of FRAMES) {
       await page.evaluate((to) => window.show.seek(to), frame);
       assert.equal(await frameOf(page), frame);
       const name = `frame${String(frame).padStart(5, '0')}.png`;
-      const { mean, far, size } = await page.evaluate(differenceFrom, name);
+      const { mean, far, size } = await page.evaluate(differenceFrom, name, '#stage');
       assert.deepEqual(size, [800, 600]);
       assert.ok(mean <= 1, `frame ${frame}: mean difference ${mean}`);
       assert.ok(far <= 0.005, `frame ${frame}: ${far} of the pixels are far off`);
