@@ -74,6 +74,15 @@ install() {
         die "the packages could not be installed"
 }
 
+# modules DIR: the modules that its package-lock.json names, in its node_modules/.
+modules() {
+    command -v npm >/dev/null || install npm # some builds of node bring it along
+    if [ ! -d "$1/node_modules" ] || [ "$1/package-lock.json" -nt "$1/node_modules" ]; then
+        (cd "$1" && npm ci --silent) || die "the modules of $1 could not be fetched"
+        touch "$1/node_modules"
+    fi
+}
+
 # build DIR [CMAKE-OPTION...]: configures and builds; nothing happens where nothing changed.
 build() {
     local dir=$1
