@@ -1,10 +1,10 @@
-// Fills the page's template with the words of the show and the sizes of its files.
-//   printWords | node web/makePage.mjs TEMPLATE FOLDER
-// writes FOLDER/index.html and FOLDER/files.js; the packs lie in FOLDER already.
-import { readFileSync, statSync, writeFileSync } from 'node:fs';
-import { join } from 'node:path';
+// Fills the pages' templates with the words of the show and the sizes of its files.
+//   printWords | node web/makePage.mjs FOLDER TEMPLATE...
+// writes the pages and FOLDER/files.js; packs and models to try lie in FOLDER already.
+import { existsSync, readFileSync, statSync, writeFileSync } from 'node:fs';
+import { basename, join } from 'node:path';
 
-const [template, folder] = process.argv.slice(2);
+const [folder, ...templates] = process.argv.slice(2);
 const words = JSON.parse(readFileSync(0, 'utf8'));
 
 const escaped = (text) => text.replace(/[&<>"]/g, (c) => ({ '&': '&amp;', '<': '&lt;', '>': '&gt;', '"': '&quot;' })[c]);
@@ -29,6 +29,12 @@ function description() {
   return `${cut.slice(0, cut.lastIndexOf(' '))} …`;
 }
 
+// Models to try, as far as the set has them.
+const SAMPLES = { tree3d: 'A tree', gubbenimolnet: 'An old man in a cloud', sol: 'The sun', solensam: 'Its lonely cousin' };
+const samples = Object.entries(SAMPLES).filter(([name]) => existsSync(join(folder, `view/models/${name}.png`)))
+  .map(([name, words]) => `<li><a href="view.html?model=view/models/${name}.lwo">` +
+    `<img src="view/models/${name}.png" width="160" height="160" alt=""><span>${words}</span></a></li>`).join('\n');
+
 const values = {
   name: escaped(words.name),
   year: escaped(words.year),
@@ -36,12 +42,15 @@ const values = {
   scrollText: escaped(words.scrollText),
   wheels,
   rays: rays(),
+  samples,
 };
-const page = readFileSync(template, 'utf8').replace(/\{\{(\w+)\}\}/g, (_, key) => {
-  if (!(key in values)) throw new Error(`the template asks for ${key}`);
-  return values[key];
-});
-writeFileSync(join(folder, 'index.html'), page);
+for (const template of templates) {
+  const page = readFileSync(template, 'utf8').replace(/\{\{(\w+)\}\}/g, (_, key) => {
+    if (!(key in values)) throw new Error(`${template} asks for ${key}`);
+    return values[key];
+  });
+  writeFileSync(join(folder, basename(template)), page);
+}
 
 const file = (name) => ({ name, bytes: statSync(join(folder, name)).size });
 const pack = { packed: file('show.tar.gz'), plain: file('show.tar') };

@@ -17,6 +17,7 @@ const TYPES = {
   '.js': 'text/javascript; charset=utf-8',
   '.m4a': 'audio/mp4',
   '.ogg': 'audio/ogg',
+  '.png': 'image/png',
   '.svg': 'image/svg+xml',
   '.tar': 'application/x-tar',
   '.txt': 'text/plain; charset=utf-8',

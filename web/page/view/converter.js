@@ -1,0 +1,35 @@
+// Models from one format to another, each in a worker that ends with it.
+//
+//   const { files, findings } = await convert(model, files, 'tree.lwo');
+//
+// Throws a Trouble. Once it is stopped, the promise never ends.
+import { fetchProgram } from './program.js';
+import { Trouble } from '../trouble.js';
+
+let worker = null;
+
+export function stopConverting() {
+  worker?.terminate();
+  worker = null;
+}
+
+export async function convert(model, files, out) {
+  const program = await fetchProgram('convert.wasm.gz');
+  stopConverting();
+  const mine = new Worker(new URL('convertWorker.js', import.meta.url), { type: 'module' });
+  worker = mine;
+  try {
+    const answer = await new Promise((resolve, reject) => {
+      mine.onmessage = ({ data }) => resolve(data);
+      mine.onerror = (event) => {
+        event.preventDefault();
+        reject(new Trouble(`The converter could not go on${event.message ? ` (${event.message})` : ''}. Load the page again.`));
+      };
+      mine.postMessage({ program, model, files, out });
+    });
+    if (answer.problem) throw new Trouble(`${model.name}: ${answer.problem}`);
+    return answer;
+  } finally {
+    mine.terminate();
+  }
+}

@@ -1,0 +1,56 @@
+// The last pane: what the model that is shown can be saved as.
+//
+//   makeSaving({ viewer, getOpened, showBusy, showTrouble });
+//
+// getOpened() is { model, source, textures }: its file, those beside it, the names it asks for.
+import { convert } from './converter.js';
+import { byId, make } from './dom.js';
+import { besides, isForeign, save, stem } from './files.js';
+import { findingCards } from './reportPanes.js';
+
+// Only textures that it names, or may mean, go along; other formats say theirs to the converter.
+function neededBy({ model, source, textures }) {
+  const named = new Set(textures.map((name) => stem(name).toLowerCase()));
+  return besides(source.files).filter((file) => isForeign(model) || named.has(stem(file.name).toLowerCase()));
+}
+
+async function pack(files) {
+  const { zipSync } = await import('./fflate.js');
+  const entries = {};
+  for (const { name, blob } of files) entries[name] = [new Uint8Array(await blob.arrayBuffer()), { level: 0 }];
+  return new Blob([zipSync(entries)], { type: 'application/zip' });
+}
+
+function showSaved(name, findings) {
+  const notes = findings.length > 0 ? [make('h3', {}, 'What is not in it as it was'), findingCards(findings)] : [];
+  byId('saved').replaceChildren(make('p', { className: 'fine' }, `${name} is saved.`), ...notes);
+}
+
+export function makeSaving({ viewer, getOpened, showBusy, showTrouble }) {
+  const nameWith = (ending) => `${stem(getOpened().model.name)}${ending}`;
+
+  // makeIt() gives { name, blob, findings }.
+  const saveWhat = (makeIt) => async () => {
+    try {
+      const { name, blob, findings } = await makeIt();
+      save(blob, name);
+      showSaved(name, findings);
+    } catch (trouble) {
+      showTrouble(trouble);
+    } finally {
+      showBusy(null);
+    }
+  };
+  const converted = (ending) => async () => {
+    const out = nameWith(ending);
+    showBusy(`Making ${out} …`, 0.3);
+    const { files, findings } = await convert(getOpened().model, neededBy(getOpened()), out);
+    if (files.length === 1) return { name: out, blob: files[0].blob, findings };
+    return { name: nameWith('.zip'), blob: await pack(files), findings };
+  };
+
+  byId('save-object').addEventListener('click', saveWhat(converted('.lwo')));
+  byId('save-gltf').addEventListener('click', saveWhat(converted('.glb')));
+  byId('save-picture').addEventListener('click', saveWhat(async () =>
+    ({ name: nameWith('.png'), blob: await viewer.picture(), findings: [] })));
+}
