@@ -1,13 +1,21 @@
-// A picture of the page for README.md: node tests/web/picture.mjs docs/page.jpg
-// once web/build and tests/web/run have run.
-import { ready, startBench, withPage } from './browser.mjs';
+// Pictures of the pages for README.md, once web/build and tests/web/run have run:
+//   node tests/web/picture.mjs docs/page.jpg docs/view.jpg
+import { ready, startBench, until, withPage } from './browser.mjs';
 
+const [show, view] = process.argv.slice(2);
 const bench = await startBench('build/web');
+const shoot = async (page, path) => {
+  await page.evaluate(() => document.fonts.ready.then(() => new Promise((resolve) => { setTimeout(resolve, 500, true); })));
+  await page.screenshot({ path, type: 'jpeg', quality: 82 });
+};
 try {
   await withPage(bench, { width: 1280, height: 800 }, async (page) => {
     await ready(page);
-    await page.evaluate(() => document.fonts.ready.then(() => true));
-    await page.screenshot({ path: process.argv[2], type: 'jpeg', quality: 82 });
+    await shoot(page, show);
+  });
+  await withPage(bench, { query: 'view.html?model=view/models/gubbenimolnet.lwo', width: 1280, height: 800 }, async (page) => {
+    await until(page, () => document.body.dataset.state === 'open');
+    await shoot(page, view);
   });
 } finally {
   await bench.stop();
