@@ -6,7 +6,8 @@
 //   if (due.drawn) stepAndDraw(); else sleep(due.wait);
 #pragma once
 
-constexpr double SHOW_RATE = 60.0; // frames a second
+constexpr double SHOW_RATE = 60.0;                 // frames a second
+constexpr double SHOW_SECONDS = 18751 / SHOW_RATE; // that all of them take
 
 struct st_dueFrames {
     int skipped; // frames to be stepped at once without being drawn

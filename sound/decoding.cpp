@@ -28,6 +28,7 @@ struct st_decoding {
     std::mutex lock;
     std::condition_variable changed;
     std::vector<std::int16_t> ready;
+    double length = 0; // seconds; known before the thread runs
     bool begun = false;
     bool over = false;
 };
@@ -61,6 +62,7 @@ static bool openDevice(st_decoding *decoding, int rate) {
 
 static bool playInto(st_decoding *decoding, const char *path) {
     Mix_Music *music = Mix_LoadMUS_RW(openMusic(path), SDL_TRUE);
+    decoding->length = music == nullptr ? 0 : Mix_MusicDuration(music);
     Mix_SetPostMix(keep, decoding);
     if (music != nullptr && Mix_PlayMusic(music, ONCE) == 0)
         return true;
@@ -75,6 +77,10 @@ st_decoding *startDecoding(const char *path, int rate) {
     const bool started = openDevice(decoding, rate) && playInto(decoding, path);
     restoreStandardError(heard);
     return started ? decoding : nullptr;
+}
+
+double decodingLength(const st_decoding *music) {
+    return music->length;
 }
 
 void takeSamples(st_decoding *music, std::size_t count, std::vector<std::int16_t> *samples) {

@@ -19,5 +19,8 @@ struct st_decoding;
 // device is used.
 st_decoding *startDecoding(const char *path, int rate);
 
+// Seconds that it lasts; 0 or less for music that does not say.
+double decodingLength(const st_decoding *music);
+
 // Appends the next samples, left and right in turn; fewer than count once the music is over.
 void takeSamples(st_decoding *music, std::size_t count, std::vector<std::int16_t> *samples);

@@ -2,6 +2,7 @@
 // system's clock goes on, and each call draws it a little toward what has been mixed.
 #include "sound/hearing.h"
 
+#include "sound/mixer.h"
 #include "sound/stream.h"
 
 #include <SDL.h>
@@ -12,6 +13,7 @@
 #include <cstring>
 #include <mutex>
 
+constexpr int OUTPUT_CHANNELS = 2; // stereo
 constexpr int BYTES_PER_SAMPLE = 2;
 constexpr double PERIODS_WAITING = 2.0; // one that the device is playing, one after it
 constexpr double DRAWN = 0.1;           // of the clock's error, at each call
@@ -27,6 +29,7 @@ struct st_hearing {
     bool playing = false; // what is mixed counts
     bool called = false;  // by the mixer since then
     bool muted = false;
+    double length = 0.0; // seconds of music that ends with a fade; 0: does not
     double mixed = 0.0;  // seconds of the music, to the end of what was mixed last
     double period = 0.0; // seconds mixed at a time
     double ahead = 0.0;  // seconds that the music is ahead of the clock
@@ -60,12 +63,27 @@ static void count(int bytes) {
     hearing.called = true;
 }
 
+// Of samples that begin where mixing has got to.
+static void fadeEnd(Uint8 *samples, int bytes) {
+    int rate = 0;
+    Mix_QuerySpec(&rate, nullptr, nullptr);
+    auto *values = reinterpret_cast<Sint16 *>(samples);
+    const int count = bytes / BYTES_PER_SAMPLE;
+    for (int k = 0; k < count; k++) {
+        const int frame = k / OUTPUT_CHANNELS;
+        const double at = hearing.mixed + static_cast<double>(frame) / rate;
+        values[k] = static_cast<Sint16>(values[k] * keptAtEnd(at, hearing.length));
+    }
+}
+
 // Music is held and let go between two calls, so that none counts in part.
 static void SDLCALL listen(void * /*context*/, Uint8 *samples, int bytes) {
     const bool held = Mix_PausedMusic() != 0;
     const std::lock_guard<std::mutex> guard(hearing.lock);
     if (hearing.muted || !hearing.playing)
         std::memset(samples, 0, static_cast<std::size_t>(bytes));
+    if (hearing.playing && !held && hearing.length > 0.0)
+        fadeEnd(samples, bytes);
     if (hearing.playing && !held)
         count(bytes);
 }
@@ -112,6 +130,13 @@ void holdMusic() {
     Mix_PauseMusic();
     const std::lock_guard<std::mutex> guard(hearing.lock);
     hearing.playing = false;
+}
+
+double fadeShortMusic(FSOUND_STREAM *stream, double seconds) {
+    const double length = stream == nullptr ? 0.0 : Mix_MusicDuration(stream->music);
+    const std::lock_guard<std::mutex> guard(hearing.lock);
+    hearing.length = length < seconds ? std::max(length, 0.0) : 0.0;
+    return hearing.length;
 }
 
 void muteMusic(bool muted) {

@@ -18,6 +18,10 @@ void listenToMusic();
 // place where it was held, and its beginning.
 bool playMusicFrom(FSOUND_STREAM *stream, double seconds);
 
+// From now on music that lasts shorter than that many seconds ends with a fade. Returns how long it
+// lasts, or 0, with no fade, for music that is long enough, that does not say, and for none.
+double fadeShortMusic(FSOUND_STREAM *stream, double seconds);
+
 // Holds the music; nothing sounds.
 void holdMusic();
 

@@ -19,6 +19,12 @@ std::int16_t mixedSample(std::int16_t sample, int volume) {
     return static_cast<std::int16_t>(sample * mixerVolume(volume) / MIX_MAX_VOLUME);
 }
 
+double keptAtEnd(double seconds, double length) {
+    constexpr double LONGEST_FADE = 6.0;
+    const double fade = std::min(LONGEST_FADE, length / 10);
+    return fade > 0.0 ? std::clamp((length - seconds) / fade, 0.0, 1.0) : 0.0;
+}
+
 SDL_RWops *openMusic(const char *path) {
     return isRegularFile(path) ? SDL_RWFromFile(path, "rb") : nullptr;
 }

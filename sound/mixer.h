@@ -15,6 +15,11 @@ int mixerVolume(int volume);
 // A sample as the mixer plays it at a show volume.
 std::int16_t mixedSample(std::int16_t sample, int volume);
 
+// Music that is shorter than the show ends with a fade. The share of its volume that is left of it
+// at a time, given its length, both in seconds: 1 until the last six seconds, of short music the
+// last tenth; 0 at the end.
+double keptAtEnd(double seconds, double length);
+
 // Opens a music file for the mixer. Null when there is none, and for a pipe: opening that waits for
 // somebody to write to it, and the show would never start.
 SDL_RWops *openMusic(const char *path);

@@ -2,6 +2,7 @@
 // __real_glutMainLoop into GLUT's own; so with all that are listed in CMakeLists.txt.
 #include "hosts/window/glutCalls.h"
 
+#include "driver/testRender.h"
 #include "hosts/drawGate.h"
 #include "hosts/pace.h"
 #include "sound/hearing.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -108,6 +110,19 @@ static void close() {
     std::exit(1);
 }
 
+// length: of the music, seconds; 0: nothing is to be said.
+static void sayShortMusic(double length) {
+    const auto whole = [](double seconds) { return std::lround(seconds); };
+    const long music = whole(length);
+    const long show = whole(SHOW_SECONDS);
+    if (length > 0.0)
+        std::fprintf(
+            stderr,
+            "the music takes %ld:%02ld, the show %ld:%02ld: it fades out at its end, and the rest "
+            "is silence\n",
+            music / 60, music % 60, show / 60, show % 60);
+}
+
 void planWindow(const st_windowPlan &plan) {
     window.plan = plan;
     glutInitErrorFunc(fail);
@@ -161,6 +176,7 @@ void __wrap_glutSwapBuffers() {
 }
 
 void __wrap_glutMainLoop() {
+    sayShortMusic(fadeShortMusic(stream, SHOW_SECONDS));
     glutSetOption(GLUT_ACTION_ON_WINDOW_CLOSE, GLUT_ACTION_CONTINUE_EXECUTION);
     glutCloseFunc(close);
     glutMainLoopEvent();

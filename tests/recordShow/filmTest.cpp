@@ -91,9 +91,20 @@ static Samples soundOf(const std::string &film) {
     return samples;
 }
 
+// Shorter than the show, the music fades out in its last tenth.
+static Samples fadedMusic() {
+    Samples music = makeMusic();
+    const double length = static_cast<double>(music.size()) / 2;
+    for (std::size_t n = 0; n < music.size(); n++) {
+        const double left = length - static_cast<double>(n / 2);
+        music[n] = static_cast<std::int16_t>(music[n] * std::min(1.0, left / (length / 10)));
+    }
+    return music;
+}
+
 // The sound of the frames while the music swells: a step of 1 in 255 a frame, at 128 levels.
 static Samples expectedSound(int from, int to, int fps) {
-    const Samples music = makeMusic();
+    const Samples music = fadedMusic();
     Samples samples;
     for (int frame = from; frame <= to; frame++) {
         const auto begin = static_cast<std::size_t>(std::llround(1.0 * frame * RATE / fps)) * 2;
@@ -158,7 +169,7 @@ TEST(Film, soundIsTheMusicAtTheShowsVolumeToTheSample) {
         const Samples sound = soundOf(film);
         const Samples expected = expectedSound(c.from, c.to, c.fps);
         EXPECT_EQ(sound.size(), expected.size());
-        EXPECT_TRUE(sound == expected) << "differs by " << soundError(sound, expected);
+        EXPECT_LT(soundError(sound, expected), 1e-5); // but for rounding where it fades
     }
 
     // The last film starts with frame 120, upright and in the same colours.

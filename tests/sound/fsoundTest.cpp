@@ -1,5 +1,6 @@
 // Heard through SDL's disk driver, which writes to a file what would be played.
 #include "sound/fsound.h"
+#include "sound/hearing.h"
 #include "tests/support/testFolder.h"
 #include "tests/support/toneFile.h"
 
@@ -71,6 +72,31 @@ TEST(Sound, volumeRunsFromSilentAt0ToFullAt255AndNoFurther) {
                  {254, full}};
     for (const auto &c : cases)
         EXPECT_NEAR(levelAt(c.volume), c.level, 0.01) << c.volume;
+}
+
+TEST(Sound, musicShorterThanTheShowFadesOut) {
+    const std::string tone = testPath("tone.ogg");
+    const std::string heard = testPath("heard.raw");
+    writeTone(tone, 60);
+    useDriver("disk", heard);
+    listenToMusic();
+    ASSERT_EQ(FSOUND_Init(44100, 32, 0), 1);
+    static FSOUND_STREAM *stream = FSOUND_Stream_OpenFile(tone.c_str(), 0x20130, 0);
+    ASSERT_NE(stream, nullptr);
+    FSOUND_Stream_Play(1, stream);
+    FSOUND_SetVolume(1, 255);
+    const auto levelFrom = [&heard](double seconds) {
+        EXPECT_TRUE(playMusicFrom(stream, seconds));
+        playOn(heard);
+        return readLevels(heard, STRETCH).back();
+    };
+    constexpr double FULL = TONE_LEVEL / 128.0;
+    EXPECT_EQ(fadeShortMusic(stream, 60), 0);
+    EXPECT_NEAR(levelFrom(58), FULL, 0.02);
+    EXPECT_NEAR(fadeShortMusic(stream, 61), 60, 0.1);
+    EXPECT_NEAR(levelFrom(30), FULL, 0.02);
+    EXPECT_LT(levelFrom(58), 0.35 * FULL); // a third of its volume is left, and less every moment
+    EXPECT_EQ(fadeShortMusic(nullptr, 61), 0);
 }
 
 TEST(Sound, missingMusicIsSilence) {

@@ -2,6 +2,7 @@
 // same with music and without.
 #include "tools/recordShow/soundtrack.h"
 
+#include "hosts/pace.h"
 #include "sound/decoding.h"
 #include "sound/fsound.h"
 #include "sound/mixer.h"
@@ -68,12 +69,26 @@ std::int64_t frameSample(int frame, int fps, int rate) {
            (2 * static_cast<std::int64_t>(fps));
 }
 
+// As the player does with music that is shorter than the show. first: of both sides, where they are
+// in the music.
+static void fadeEnd(std::int64_t first, std::vector<std::int16_t> *samples) {
+    const double length = decodingLength(track.playing->decoding);
+    if (length <= 0 || length >= SHOW_SECONDS)
+        return;
+    for (std::size_t k = 0; k < samples->size(); k++) {
+        const std::int64_t pair = (first + static_cast<std::int64_t>(k)) / CHANNELS;
+        const double kept = keptAtEnd(static_cast<double>(pair) / track.rate, length);
+        (*samples)[k] = static_cast<std::int16_t>((*samples)[k] * kept);
+    }
+}
+
 // The music from where it stands to a sample of both sides, silent once it is over.
 static std::vector<std::int16_t> playTo(std::int64_t last) {
     std::vector<std::int16_t> heard;
     const auto count = static_cast<std::size_t>(last - track.playing->taken);
     takeSamples(track.playing->decoding, count, &heard);
     heard.resize(count, 0);
+    fadeEnd(track.playing->taken, &heard);
     track.playing->taken = last;
     return heard;
 }
