@@ -108,6 +108,38 @@ static void ringAxes(const std::vector<st_ring> &rings, std::size_t i, st_vec &s
     front = crossProduct(side, along);
 }
 
+static bool isInside(st_vec point, const st_ball &ball) {
+    const st_vec away = point - ball.center;
+    return lengthOf({away.x / ball.radius.x, away.y / ball.radius.y, away.z / ball.radius.z}) < 1;
+}
+
+template <typename Dropped> static void dropWhere(st_mesh &mesh, Dropped dropped) {
+    mesh.polygons.erase(std::remove_if(mesh.polygons.begin(), mesh.polygons.end(), dropped),
+                        mesh.polygons.end());
+}
+
+void dropInside(st_mesh &mesh, const std::vector<st_ball> &balls) {
+    dropWhere(mesh, [&](const st_polygon &polygon) {
+        return std::any_of(balls.begin(), balls.end(), [&](const st_ball &ball) {
+            return std::all_of(
+                polygon.points, polygon.points + polygon.cornerCount, [&](int point) {
+                    return isInside(mesh.points[static_cast<std::size_t>(point)], ball);
+                });
+        });
+    });
+}
+
+void dropBehind(st_mesh &mesh) {
+    dropWhere(mesh, [&](const st_polygon &polygon) {
+        const auto corner = [&](int i) {
+            return mesh.points[static_cast<std::size_t>(polygon.points[i])];
+        };
+        const int last = polygon.cornerCount - 1;
+        const st_vec normal = unit(crossProduct(corner(1) - corner(0), corner(last) - corner(0)));
+        return normal.z > 0.5F;
+    });
+}
+
 st_mesh tubeShape(const std::vector<st_ring> &rings, int columns, st_uv repeat,
                   const st_surface &surface) {
     const int rows = static_cast<int>(rings.size()) - 1;

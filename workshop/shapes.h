@@ -51,6 +51,17 @@ st_mesh ballShape(st_vec radius, int columns, int rows, const st_surface &surfac
 st_mesh blobShape(st_vec radius, int columns, int rows, float lumps, unsigned seed,
                   const st_surface &surface);
 
+struct st_ball {
+    st_vec center;
+    st_vec radius; // half axes
+};
+
+// Takes out the polygons that lie within one of the balls, where nobody sees them. Points stay.
+void dropInside(st_mesh &mesh, const std::vector<st_ball> &balls);
+
+// Takes out those that look away from the main view, but for 60 degrees at their edge.
+void dropBehind(st_mesh &mesh);
+
 struct st_ring {
     st_vec center;
     float radius;

@@ -15,9 +15,17 @@ static st_surface vapour() {
 }
 
 static void addLobes(st_mesh &mesh, const std::vector<st_lobe> &lobes, const st_surface &surface) {
+    constexpr float ROUGH = 0.10F;
+    std::vector<st_ball> cores;
+    cores.reserve(lobes.size());
+    for (const st_lobe &lobe : lobes)
+        cores.push_back({lobe.at, lobe.radius * (1 - ROUGH)});
+    st_mesh cloud;
     unsigned seed = 300;
     for (const st_lobe &lobe : lobes)
-        append(mesh, blobShape(lobe.radius, 12, 8, 0.10F, seed++, surface), moved(lobe.at));
+        append(cloud, blobShape(lobe.radius, 12, 8, ROUGH, seed++, surface), moved(lobe.at));
+    dropInside(cloud, cores);
+    append(mesh, cloud);
 }
 
 st_mesh makeCloudOne() {
@@ -106,7 +114,8 @@ st_mesh makeOldMan() {
     st_mesh mesh;
     // He looks up a little, at the viewer above him.
     append(mesh, head,
-           moved({0.5F, 0.86F, 3.0F}) * turned({1, 0, 0}, 22) * facingMainView() *
+           moved({0.5F, 1.02F, 3.0F}) * turned({1, 0, 0}, 22) * facingMainView() *
                scaled({0.93F, 0.93F, 0.93F}));
+    dropBehind(mesh);
     return mesh;
 }

@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-constexpr int TUFTS = 175;
+constexpr int TUFTS = 150;
 constexpr int BLADES = 4;
 constexpr int FLOWERS = 34;
 

@@ -55,7 +55,8 @@ static st_mesh cableShape() {
 st_mesh makeTerminal() {
     st_mesh mesh;
     const st_vec foot = onIsland(DESK.x, DESK.z);
-    const st_place place = moved(foot) * turned({0, 1, 0}, 8) * facingMainView();
+    const st_place place =
+        moved(foot) * turned({0, 1, 0}, 8) * facingMainView() * scaled({1.3F, 1.3F, 1.3F});
     append(mesh, deskShape(), place);
     append(mesh, machineShape(), place * moved({0, 0.2F, -0.03F}) * scaled({1.15F, 1.15F, 1.15F}));
     append(mesh, cableShape());

@@ -55,16 +55,22 @@ static constexpr st_lump LUMPS[] = {
 static void addCrown(st_mesh &mesh, st_vec foot) {
     const st_surface light = painted("leaves", LEAVES_TEXTURE, SOFT);
     const st_surface dark = tinted("leaves-shade", LEAVES_TEXTURE, SOFT, {0.80F, 0.90F, 0.85F});
+    constexpr float ROUGH = 0.24F;
+    std::vector<st_ball> cores;
+    st_mesh crown;
     unsigned seed = 200;
     for (const st_lump &lump : LUMPS) {
         const st_vec radius = {lump.size, lump.size * 0.84F, lump.size};
-        st_mesh leaves = blobShape(radius, 12, 8, 0.24F, seed, seed % 3 == 0 ? dark : light);
+        st_mesh leaves = blobShape(radius, 12, 8, ROUGH, seed, seed % 3 == 0 ? dark : light);
         for (st_polygon &polygon : leaves.polygons)
             for (st_uv &uv : polygon.uvs)
                 uv.u *= 2; // it is twice as far around as from foot to top
-        append(mesh, leaves, moved(foot + lump.at));
+        append(crown, leaves, moved(foot + lump.at));
+        cores.push_back({foot + lump.at, radius * (1 - ROUGH)});
         seed++;
     }
+    dropInside(crown, cores);
+    append(mesh, crown);
 }
 
 // Folded along its rib, and hollow, for a flat leaf would be dark from one side.
@@ -129,9 +135,12 @@ static void addApples(st_mesh &mesh, st_vec foot) {
 st_mesh makeTree() {
     st_mesh mesh;
     const st_vec foot = onIsland(TREE_X, TREE_Z);
-    addTrunk(mesh, foot);
-    addCrown(mesh, foot);
-    addLooseLeaves(mesh, foot);
-    addApples(mesh, foot);
+    st_mesh tree;
+    addTrunk(tree, foot);
+    addCrown(tree, foot);
+    addLooseLeaves(tree, foot);
+    addApples(tree, foot);
+    // Broad rather than high: the old man looks over it when he passes.
+    append(mesh, tree, moved(foot) * scaled({1.0F, 0.80F, 1.0F}) * moved(foot * -1));
     return mesh;
 }

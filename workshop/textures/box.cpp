@@ -35,9 +35,11 @@ static st_picture skyBottom() {
 static st_picture paintTurf() {
     st_picture canvas = paintCanvas(512, 512, [](float u, float v) {
         const float blotch = cloudNoise({u * 9, v * 9, 0.5F}, 4, 41);
+        const float patch = cloudNoise({u * 4, v * 4, 2.5F}, 2, 43);
         const float blades = tiledNoise(u, v, 170, 110, 42);
-        st_vec color = mix(mix(MOSS, LEAF, 0.35F), mix(LEAF, SUN, 0.22F),
-                           smoothStep(0.3F, 0.7F, blotch * 0.7F + blades * 0.3F));
+        // Blades of grass, and behind them broad, soft patches.
+        st_vec color = mix(mix(MOSS, LEAF, 0.45F), mix(LEAF, SUN, 0.20F),
+                           smoothStep(0.1F, 0.9F, patch * 0.45F + blades * 0.55F));
         const float middle = 0.60F - 0.20F * std::sin(v * 5.0F) + 0.04F * blotch;
         const float path = std::fabs(u - middle) + 0.10F * (blotch - 0.5F);
         const float trodden =
