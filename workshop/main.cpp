@@ -1,25 +1,30 @@
-// makeSet: makes the default set of the show, or what is named of it. On one system it makes the
-// same bytes every time.
+// makeSet: makes the set of the show, or what is named of it, with its own words or an
+// invitation's. On one system it makes the same bytes every time.
 #include "tools/arguments.h"
+#include "workshop/checkWords.h"
 #include "workshop/madeFiles.h"
 #include "workshop/set.h"
 #include "workshop/stop.h"
-#include "workshop/text.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
 
-static const char *const HELP = R"(usage: makeSet [--force] OUTDIR [MODEL...]
+static const char *const HELP =
+    R"(usage: makeSet [--words FILE] [--update | --force] OUTDIR [MODEL...]
 
 Makes the models of the show and their pictures in OUTDIR/lwo and its music in OUTDIR/msx, or only
 what is named: a model with its pictures (tree3d), a picture (bark.tga), or the music (music). All
 else in OUTDIR stays as it is. Files that makeSet did not make are not written over.
 
-  --force    write over them all the same
-  --help     say this
-  --version  say which version this is
+  --words FILE  an invitation's own words, letters, colours, picture and music; without it the
+                show's. What cannot be shown is said, all of it, and nothing is made
+  --update      leave out what lies there already as it would be made, and what others put there
+  --force       write over files that makeSet did not make, too
+  --help        say this
+  --version     say which version this is
 
 )";
 
@@ -66,13 +71,40 @@ static void spareForeignFiles(const st_setParts &parts, const std::string &direc
              " not made by makeSet, or changed since; nothing is made: --force writes over them");
 }
 
+static void sayForeign(const std::string &path) {
+    std::printf("%s stays as it is: makeSet did not make it, or it was changed since\n",
+                path.c_str());
+}
+
 static void sayFile(std::size_t number, std::size_t count, const std::string &path) {
     std::printf("%zu/%zu %s\n", number + 1, count, path.c_str());
     std::fflush(stdout); // music takes its time
 }
 
+static bool isGiven(const st_commandLine &line, const char *option, std::string *value = nullptr) {
+    for (const st_givenOption &given : line.options)
+        if (given.name == option) {
+            if (value != nullptr)
+                *value = given.value;
+            return true;
+        }
+    return false;
+}
+
+// Ends the program when the show cannot be made of the words.
+static void takeWords(const std::string &path) {
+    st_wordsFile file = path.empty() ? st_wordsFile{path, "", defaultWords(), {}} : readWords(path);
+    checkWords(&file, WORKSHOP_FONT);
+    if (!file.problems.empty()) {
+        std::fputs(sayProblems(file).c_str(), stderr);
+        std::exit(EXIT_FAILURE);
+    }
+    useWords(file.words);
+}
+
 int main(int argc, char **argv) {
-    const st_commandLine line = readCommandLine(argc, argv, {{"--force", false}});
+    const st_commandLine line =
+        readCommandLine(argc, argv, {{"--words", true}, {"--update", false}, {"--force", false}});
     if (line.help) {
         printHelp();
         return 0;
@@ -83,9 +115,14 @@ int main(int argc, char **argv) {
     const std::string problem = line.problem.empty() ? readParts(line.words, &parts) : line.problem;
     if (!problem.empty())
         return refuseCommandLine("makeSet", problem);
-    if (line.options.empty())
-        spareForeignFiles(parts, line.words[0]);
-    openFont(WORKSHOP_FONT);
-    writeParts(parts, line.words[0], sayFile);
+    const std::string &directory = line.words[0];
+    std::string words;
+    isGiven(line, "--words", &words);
+    takeWords(words);
+    if (isGiven(line, "--update"))
+        parts = changedParts(parts, directory, !isGiven(line, "--force") ? sayForeign : nullptr);
+    else if (!isGiven(line, "--force"))
+        spareForeignFiles(parts, directory);
+    writeParts(parts, directory, sayFile);
     return 0;
 }

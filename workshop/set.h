@@ -1,4 +1,5 @@
-// The default set of the show: fifteen models, the pictures that they wear, and the music.
+// The set of the show: fifteen models, the pictures that they wear, and the music, with the words
+// that are in use (words.h).
 //
 //   st_setParts parts;
 //   if (addPart(&parts, "tree3d")) writeParts(parts, "build/show", nullptr);
@@ -13,6 +14,17 @@
 #include <string>
 #include <vector>
 
+// Which of the words a model is cut from.
+enum setWords {
+    NO_WORDS,
+    SIGN_WORDS,
+    LOGO_WORDS,
+    SCROLL_WORDS,
+    FIRST_NAMES,
+    SECOND_NAMES,
+    THIRD_NAMES
+};
+
 struct st_model {
     const char *file;   // in the folder lwo, as the show loads it
     const char *source; // in workshop/, where it is made
@@ -20,6 +32,7 @@ struct st_model {
     // Of the file, in one layout or the other.
     std::string (*bytes)(const st_mesh &mesh, std::string *problem);
     std::vector<const st_texture *> textures; // all that it names, beside it
+    setWords words = NO_WORDS;
 };
 
 // In the order in which the show loads them.
@@ -44,6 +57,11 @@ bool addPart(st_setParts *parts, const std::string &name);
 // The files of the parts, as paths in the folder of a show: "lwo/bark.tga". In the order in which
 // they are made.
 std::vector<std::string> partFiles(const st_setParts &parts);
+
+// The parts but for what lies in the directory as it would be made now and, if foreign is not null,
+// what others put there, of which it is told each path.
+st_setParts changedParts(const st_setParts &parts, const std::string &directory,
+                         void (*foreign)(const std::string &path));
 
 // Writes directory/lwo/... and directory/msx/..., whatever is there under these names, and leaves
 // all else there alone. beforeFile, which may be null, is called before each file is made, with its

@@ -76,6 +76,8 @@ static void runTessellator(st_work &work, const std::vector<st_outline> &outline
     gluDeleteTess(tess);
 }
 
+constexpr float SLIVER = 1e-7F; // twice the area
+
 static float turnAt(const st_flatMesh &mesh, int a, int b, int c) {
     const st_vec p = mesh.points[static_cast<std::size_t>(a)];
     const st_vec q = mesh.points[static_cast<std::size_t>(b)];
@@ -86,7 +88,7 @@ static float turnAt(const st_flatMesh &mesh, int a, int b, int c) {
 static bool isConvex(const st_flatMesh &mesh, const st_flatPolygon &quad) {
     for (int i = 0; i < 4; i++)
         if (turnAt(mesh, quad.points[i], quad.points[(i + 1) % 4], quad.points[(i + 2) % 4]) <=
-            1e-7F)
+            SLIVER)
             return false;
     return true;
 }
@@ -118,8 +120,10 @@ static void pairTriangles(st_work &work) {
         for (int i = 0; i < 3; i++)
             waiting[{corner[i], corner[(i + 1) % 3]}] = t;
     }
+    // A sliver would cost as much as a polygon that is seen, and look to either side.
     for (std::size_t t = 0; t < used.size(); t++)
-        if (!used[t])
+        if (!used[t] && turnAt(work.mesh, work.corners[t * 3], work.corners[t * 3 + 1],
+                               work.corners[t * 3 + 2]) > SLIVER)
             work.mesh.polygons.push_back(
                 {3, {work.corners[t * 3], work.corners[t * 3 + 1], work.corners[t * 3 + 2], 0}});
 }

@@ -2,6 +2,7 @@
 // and then set letter by letter.
 #include "workshop/text.h"
 
+#include "workshop/letters.h"
 #include "workshop/stop.h"
 #include "workshop/tessellate.h"
 
@@ -32,12 +33,26 @@ st_textStyle plainStyle(float size, float depth, const st_surface &face, const s
     return {size, depth, 0, 0.015F, 0, false, true, face, side};
 }
 
-void openFont(const std::string &path) {
+// Cut once for each fineness.
+static std::map<std::pair<char32_t, float>, st_glyph> &theGlyphs() {
+    static std::map<std::pair<char32_t, float>, st_glyph> glyphs;
+    return glyphs;
+}
+
+bool openFont(const std::string &path) {
     static FT_Library library = nullptr;
     if (library == nullptr && FT_Init_FreeType(&library) != 0)
         stop("cannot start FreeType");
-    if (FT_New_Face(library, path.c_str(), 0, &theFont) != 0)
-        stop("cannot read the font " + path);
+    theGlyphs().clear();
+    FT_Done_Face(theFont);
+    theFont = nullptr;
+    // Bitmaps, and symbols without Unicode, cannot be cut out by their letters.
+    return FT_New_Face(library, path.c_str(), 0, &theFont) == 0 && FT_IS_SCALABLE(theFont) &&
+           theFont->charmap != nullptr;
+}
+
+bool fontHas(char32_t letter) {
+    return theFont != nullptr && FT_Get_Char_Index(theFont, letter) != 0;
 }
 
 static st_vec inEms(const FT_Vector *point, const st_flattening &work) {
@@ -133,18 +148,23 @@ static st_outline simplified(const st_outline &outline, float tolerance) {
     return kept;
 }
 
-static st_glyph loadGlyph(char character, float tolerance) {
+// The letter as the font has it, in its units, until the next is loaded.
+static FT_Outline &loadOutline(char32_t letter) {
     if (theFont == nullptr)
         stop("text is set before a font is open");
-    const auto code = static_cast<FT_ULong>(static_cast<unsigned char>(character));
-    const FT_UInt index = FT_Get_Char_Index(theFont, code);
+    const FT_UInt index = FT_Get_Char_Index(theFont, letter);
     if (index == 0 || FT_Load_Glyph(theFont, index, FT_LOAD_NO_SCALE) != 0)
-        stop(std::string("the font has no letter '") + character + "'");
+        stop("the font has no letter " + sayLetter(letter));
+    return theFont->glyph->outline;
+}
+
+static st_glyph loadGlyph(char32_t letter, float tolerance) {
+    FT_Outline &outline = loadOutline(letter);
     const auto em = static_cast<float>(theFont->units_per_EM);
     st_flattening work = {{}, em, tolerance / 4};
     const FT_Outline_Funcs draw = {moveTo, lineTo, conicTo, cubicTo, 0, 0};
-    if (FT_Outline_Decompose(&theFont->glyph->outline, &draw, &work) != 0)
-        stop(std::string("the font's letter '") + character + "' is broken");
+    if (FT_Outline_Decompose(&outline, &draw, &work) != 0)
+        stop("the font's letter " + sayLetter(letter) + " is broken");
     st_glyph glyph = {static_cast<float>(theFont->glyph->metrics.horiAdvance) / em, {}, {}};
     // The strokes of a letter may overlap in the font.
     for (const auto &contour : unitedOutlines(work.contours))
@@ -154,12 +174,12 @@ static st_glyph loadGlyph(char character, float tolerance) {
     return glyph;
 }
 
-static const st_glyph &glyphOf(char character, float tolerance) {
-    static std::map<std::pair<char, float>, st_glyph> glyphs;
-    const auto found = glyphs.find({character, tolerance});
-    if (found != glyphs.end())
+static const st_glyph &glyphOf(char32_t letter, float tolerance) {
+    const auto found = theGlyphs().find({letter, tolerance});
+    if (found != theGlyphs().end())
         return found->second;
-    return glyphs.emplace(std::make_pair(character, tolerance), loadGlyph(character, tolerance))
+    return theGlyphs()
+        .emplace(std::make_pair(letter, tolerance), loadGlyph(letter, tolerance))
         .first->second;
 }
 
@@ -175,7 +195,8 @@ static void addFace(st_mesh &mesh, int surface, const st_flatMesh &face, st_vec 
             const int corner = flat.points[front ? i : flat.cornerCount - 1 - i];
             const st_vec at = face.points[static_cast<std::size_t>(corner)];
             polygon.points[i] = first + corner;
-            polygon.uvs[i] = {at.x, at.y * 0.8F + 0.2F};
+            // Other fonts may reach farther than the picture does.
+            polygon.uvs[i] = {at.x, std::clamp(at.y * 0.8F + 0.2F, 0.01F, 0.99F)};
         }
         mesh.polygons.push_back(polygon);
     }
@@ -189,6 +210,13 @@ static st_vec pushedOut(const st_outline &contour, std::size_t i, float by) {
     const st_vec out = unit({before.y + after.y, -before.x - after.x, 0});
     const float sharpness = std::max(0.5F, dotProduct(out, {after.y, -after.x, 0}));
     return contour[i] + out * (by / sharpness);
+}
+
+// Whether the side from corner i on is built. A wall looks to the right of its way: down, where
+// that way leads to the right.
+static bool hasWall(const st_outline &contour, std::size_t i, const st_textStyle &style) {
+    const st_vec along = contour[(i + 1) % contour.size()] - contour[i];
+    return style.undersides || along.x <= 0.4F * lengthOf(along);
 }
 
 // Rings of points around a contour, joined by quads: front, shoulders (with a bevel), back.
@@ -211,10 +239,7 @@ static void addSides(st_mesh &mesh, int surface, const st_outline &contour, st_v
                          st_vec{0, 0, level.z});
     for (int row = 0; row + 1 < static_cast<int>(levels.size()); row++)
         for (int i = 0; i < count; i++) {
-            const st_vec along = contour[static_cast<std::size_t>((i + 1) % count)] -
-                                 contour[static_cast<std::size_t>(i)];
-            // The wall looks to the right of its way: down, where that way leads to the right.
-            if (!style.undersides && along.x > 0.4F * lengthOf(along))
+            if (!hasWall(contour, static_cast<std::size_t>(i), style))
                 continue;
             const int a = first + row * count + i;
             const int b = first + row * count + (i + 1) % count;
@@ -227,8 +252,8 @@ st_mesh textShape(const std::string &line, const st_textStyle &style) {
     const int face = addSurface(mesh, style.face);
     const int side = addSurface(mesh, style.side);
     st_vec pen = {0, 0, 0};
-    for (const char character : line) {
-        const st_glyph &glyph = glyphOf(character, style.tolerance);
+    for (const char32_t letter : lettersOf(line)) {
+        const st_glyph &glyph = glyphOf(letter, style.tolerance);
         addFace(mesh, face, glyph.face, pen, style, true);
         if (style.back)
             addFace(mesh, face, glyph.face, pen, style, false);
@@ -239,9 +264,38 @@ st_mesh textShape(const std::string &line, const st_textStyle &style) {
     return mesh;
 }
 
-float textWidth(const std::string &line, const st_textStyle &style) {
-    float width = 0;
-    for (const char character : line)
-        width += (glyphOf(character, style.tolerance).advance + style.tracking) * style.size;
-    return width;
+std::size_t polygonCount(const std::string &line, const st_textStyle &style) {
+    std::size_t count = 0;
+    for (const char32_t letter : lettersOf(line)) {
+        const st_glyph &glyph = glyphOf(letter, style.tolerance);
+        count += glyph.face.polygons.size() * (style.back ? 2 : 1);
+        for (const st_outline &contour : glyph.contours)
+            for (std::size_t i = 0; i < contour.size(); i++)
+                if (hasWall(contour, i, style))
+                    count += style.bevel > 0 ? 3 : 1;
+    }
+    return count;
+}
+
+st_extent textExtent(const std::string &line, float tracking) {
+    st_extent extent = {0, 0, 0, 0, 0};
+    bool inked = false;
+    for (const char32_t letter : lettersOf(line)) {
+        FT_Outline &outline = loadOutline(letter);
+        const auto em = static_cast<float>(theFont->units_per_EM);
+        FT_BBox box = {};
+        FT_Outline_Get_CBox(&outline, &box);
+        if (outline.n_points > 0) {
+            const st_extent ink = {extent.advance + static_cast<float>(box.xMin) / em,
+                                   static_cast<float>(box.yMin) / em,
+                                   extent.advance + static_cast<float>(box.xMax) / em,
+                                   static_cast<float>(box.yMax) / em, 0};
+            extent = {inked ? extent.left : ink.left,
+                      inked ? std::min(extent.bottom, ink.bottom) : ink.bottom, ink.right,
+                      inked ? std::max(extent.top, ink.top) : ink.top, extent.advance};
+            inked = true;
+        }
+        extent.advance += static_cast<float>(theFont->glyph->metrics.horiAdvance) / em + tracking;
+    }
+    return extent;
 }

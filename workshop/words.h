@@ -1,25 +1,41 @@
-// The words of the set: what the sign, the logo, the scroll text and the wheels say. Models are cut
-// from them, and pages about the show repeat them.
+// The words of an invitation: what the sign, the logo, the scroll text and the wheels say, and what
+// else is its own. Models are cut from them, and pages about the show repeat them.
+//
+//   useWords(words);   // all that is made from now on says this
+//   theWords().name.text
 #pragma once
 
-constexpr const char *SIGN_NAME = "VALMORINE";
-constexpr const char *SIGN_YEAR = "2003";
-constexpr const char *LOGO = "k7";
+#include "workshop/palette.h"
 
-constexpr const char *SCROLL_TEXT =
-    "Psst! Hello down there! Yes, you with the chair. The cloud asked me to read this slowly, so "
-    "sit back. You are invited to VALMORINE 2003, three days and two nights on the only island "
-    "that forgot to stay down. Bring your machine, your slippers and one song that nobody asked "
-    "for. We bring soup, bad puns, good light and a tree to sleep under. How to get here: follow "
-    "the arrow, then up. If you meet an old man in a cloud, say good morning: he has been working "
-    "on his reply since spring. The sun has promised to walk in late, like everybody else. Entries "
-    "are taken until the soup is gone. No ticket? Bring a stick, it is a long story. See you at "
-    "VALMORINE! And now, once more, from the top...";
+#include <string>
+#include <vector>
 
-constexpr const char *WHEEL_ONE[] = {"Moss Club",   "Teapots",  "Late Owls", "Wobble",
-                                     "Sock Drawer", "Porridge", "Mittens",   "Lanterns"};
-constexpr const char *WHEEL_TWO[] = {"Gravel",  "Duck Dept.", "Humdrum",   "Zebra Tea", "Spaghetti",
-                                     "Whalers", "Cactus",     "Biscuit 9", "Thunder"};
-constexpr const char *WHEEL_THREE[] = {"Jam Pact",  "Old Abbey", "Kettle",  "Salt Lab",
-                                       "Plum Inc.", "Foghorn",   "Monsoon", "Goat Unit",
-                                       "Buttons",   "Pennies"};
+constexpr std::size_t WHEELS = 3;
+constexpr std::size_t MOST_NAMES = 12;  // on a wheel
+constexpr std::size_t MOST_IN_LOGO = 3; // letters
+
+// Text and where it stands in the file of words, from 1; 0 where it stands in none.
+struct st_phrase {
+    std::string text; // UTF-8, composed, without line breaks
+    int line = 0;
+    int column = 0;
+    int lastLine = 0;
+};
+
+struct st_words {
+    st_phrase name;       // on the sign
+    st_phrase secondLine; // below it; may be empty
+    st_phrase logo;
+    st_phrase scrollText;
+    std::vector<st_phrase> wheels[WHEELS];
+    // Files, as the program finds them; empty: the set's own.
+    st_phrase music;
+    st_phrase screen; // the picture on the computer's screen
+    st_phrase font;
+    st_phrase address; // where its page will be; may be empty
+    st_palette palette = DEFAULT_PALETTE;
+};
+
+// Of what is being made. They are the program's until others are used.
+const st_words &theWords();
+void useWords(const st_words &words);

@@ -37,7 +37,9 @@ TEST(MakeSet, refusesWhatItDoesNotKnowAndMakesNothing) {
         {{"--sise"}, 2, "makeSet: unknown option --sise; "},
         {{"out", "tree3d", "tre3d"}, 2, "makeSet: unknown model tre3d; "},
         {{"tree3d"}, 2, "makeSet: tree3d stands where the folder "},
-        {{"out", "--help"}, 0, "usage: makeSet [--force] OUTDIR [MODEL...]\n"},
+        {{"out", "--help"},
+         0,
+         "usage: makeSet [--words FILE] [--update | --force] OUTDIR [MODEL...]\n"},
         {{"file"}, 1, "makeSet: cannot make the directory file/lwo: Not a directory\n"},
     };
     for (const auto &c : cases) {
@@ -86,4 +88,73 @@ TEST(MakeSet, writesOverItsOwnFilesButAsksBeforeOthersAreLost) {
     EXPECT_EQ(make({"pinne", "--force"}), 0);
     EXPECT_EQ(readText(stick), readText(SHOW_DIR "/lwo/pinne.lwo"));
     EXPECT_EQ(make({"pinne"}), 0);
+}
+
+TEST(MakeSet, saysAllThatIsWrongWithWordsAndMakesNothing) {
+    const std::string directory = freshDirectory("words");
+    const std::string output = testPath("words.txt");
+    std::ofstream(directory + "/note.txt") << "no picture, no music";
+    std::ofstream(directory + "/my.toml") << R"([sign]
+name = "Maja och Tobias och hela tjocka sl\u00e4kten"
+[logo]
+text = "ok"
+[scroll]
+text = "k\u0416l жx"
+[greetings]
+first = ["a"]
+second = ["жa"]
+third = ["c"]
+[picture]
+screen = "note.txt"
+[music]
+file = "note.txt"
+)";
+    EXPECT_EQ(runChild({MAKE_SET, "--words", "my.toml", "out"}, directory, {}, output), 1);
+    EXPECT_EQ(
+        readText(output),
+        R"(my.toml:2:8: "Maja och Tobias och hela tjocka släkten" is too long for the sign's arrow by 10 letters
+my.toml:6:8: the font has no letter 'Ж' (U+0416); [letters] font takes another font
+my.toml:6:18: the font has no letter 'ж' (U+0436); [letters] font takes another font
+my.toml:9:12: the font has no letter 'ж' (U+0436); [letters] font takes another font
+my.toml:12:10: note.txt cannot be shown: it is no picture of a known kind
+my.toml:14:8: note.txt is no music that could be played; MP3, Ogg, FLAC, WAV and modules can
+)");
+    EXPECT_FALSE(fs::exists(directory + "/out"));
+}
+
+// The lines that makeSet prints are its files.
+static std::size_t countOf(const std::string &text, const std::string &part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        count++;
+    return count;
+}
+
+TEST(MakeSet, anUpdateMakesWhatChangedAndKeepsWhatOthersPutThere) {
+    const std::string directory = freshDirectory("update");
+    const std::string output = testPath("update.txt");
+    const auto update = [&](const std::string &words) {
+        std::vector<std::string> command = {MAKE_SET, "--update", directory,
+                                            "skylt",  "k7",       "pinne"};
+        if (!words.empty())
+            command.insert(command.begin() + 1, {"--words", words});
+        EXPECT_EQ(runChild(command, "/", {}, output), 0) << readText(output);
+        return countOf(readText(output), "/lwo/");
+    };
+    std::string words = readText(WORDS_FILE);
+    const std::string own = testPath("update.toml");
+    EXPECT_EQ(update(""), 7U); // three models and their pictures
+    EXPECT_EQ(update(""), 0U);
+    EXPECT_EQ(update(WORDS_FILE), 0U);
+    words.replace(words.find("VALMORINE"), 9, "Åsa & Bo");
+    std::ofstream(own) << words;
+    EXPECT_EQ(update(own), 1U);
+    EXPECT_NE(readText(output).find("skylt.lwo"), std::string::npos);
+    std::ofstream(own) << words << "[palette]\nmilk = \"#FFFFFF\"\n";
+    EXPECT_EQ(update(own), 7U);
+    std::ofstream(directory + "/lwo/pinne.lwo") << "mine";
+    std::ofstream(own) << words;
+    EXPECT_EQ(update(own), 7U); // of which one is said to stay
+    EXPECT_NE(readText(output).find("pinne.lwo stays"), std::string::npos) << readText(output);
+    EXPECT_EQ(readText(directory + "/lwo/pinne.lwo"), "mine");
 }

@@ -1,6 +1,7 @@
 // Three wheels of greetings: a cartwheel, a flower and a record. The show puts their hub at
 // the picture's lower left corner, so only names to the upper right of it are ever read: they
 // run outwards, one to a spoke, petal or track, and rise into sight as the wheel turns.
+#include "workshop/lettering.h"
 #include "workshop/mainView.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"
@@ -9,21 +10,22 @@
 #include "workshop/words.h"
 
 #include <cmath>
-#include <iterator>
 
-constexpr float HUB = 0.44F;   // where names begin
-constexpr float RIM = 2.05F;   // where the wheel ends
-constexpr float DEPTH = 0.10F; // of spokes and petals
+constexpr float RIM = WHEEL_RIM;
+constexpr float RIM_MARGIN = 0.14F; // beyond the end of a name
+constexpr float DEPTH = 0.10F;      // of spokes and petals
 
-// The name, shrunk if it is too long for its spoke, lying along +x.
-static st_mesh nameShape(const char *name, st_textStyle style) {
-    style.tolerance = 0.018F;
-    const float room = RIM - HUB - 0.16F;
-    const float width = textWidth(name, style);
-    if (width > room)
-        style.size *= room / width;
+// The name along +x, shrunk if it is too long for its spoke.
+static st_mesh nameShape(const std::string &name, const st_wheelPlan &plan, st_textStyle style) {
+    const st_lineRoom room = spokeRoom(style.size, plan.breadth);
+    style.tolerance = finestTolerance(plan.names, style, WHEEL_LETTERS);
+    const float usual = style.size;
+    style.size = fittingSize(name, room);
+    style.depth *= style.size / usual;
+    // Towards the rim, which is seen longest.
+    const float start = WHEEL_RIM - RIM_MARGIN - inkWidth(name, room);
     st_mesh mesh;
-    append(mesh, textShape(name, style), moved({HUB, -0.35F * style.size, DEPTH / 2 + 0.02F}));
+    append(mesh, textShape(name, style), moved({start, -0.35F * style.size, DEPTH / 2 + 0.02F}));
     return mesh;
 }
 
@@ -49,16 +51,19 @@ static st_mesh towardsMainView(const st_mesh &wheel) {
 }
 
 st_mesh makeGreetingsOne() {
-    constexpr std::size_t COUNT = std::size(WHEEL_ONE);
+    const st_wheelPlan plan = planWheel(0, 8);
+    const std::vector<std::string> &names = plan.names;
     const st_surface wood = tinted("wood", WOOD_TEXTURE, 0, mix(WOOD, WHITE, 0.35F));
     const st_textStyle lettering = plainStyle(0.33F, 0.05F, plain("greet-letters", MILK, 0),
                                               plain("greet-letters-side", mix(BARK, INK, 0.5F), 0));
+    const float inner = 0.10F * plan.breadth;
+    const float outer = 0.165F * plan.breadth;
     const st_outline plank = {
-        {0.2F, -0.10F, 0}, {RIM - 0.05F, -0.165F, 0}, {RIM - 0.05F, 0.165F, 0}, {0.2F, 0.10F, 0}};
+        {0.2F, -inner, 0}, {RIM - 0.05F, -outer, 0}, {RIM - 0.05F, outer, 0}, {0.2F, inner, 0}};
     st_mesh wheel;
-    for (std::size_t i = 0; i < COUNT; i++) {
-        append(wheel, slabShape({plank}, DEPTH, 1.0F, wood), spokePlace(i, COUNT));
-        append(wheel, nameShape(WHEEL_ONE[i], lettering), spokePlace(i, COUNT));
+    for (std::size_t i = 0; i < names.size(); i++) {
+        append(wheel, slabShape({plank}, DEPTH, 1.0F, wood), spokePlace(i, names.size()));
+        append(wheel, nameShape(names[i], plan, lettering), spokePlace(i, names.size()));
     }
     append(wheel,
            slabShape({ringOutline(RIM + 0.08F, 40, false), ringOutline(RIM - 0.06F, 40, true)},
@@ -71,7 +76,7 @@ st_mesh makeGreetingsOne() {
 }
 
 // A petal along +x, pointed at the hub and round at the rim.
-static st_outline petalOutline() {
+static st_outline petalOutline(float breadth) {
     st_outline outline = {{0.22F, -0.04F, 0}, {0.62F, -0.20F, 0}, {1.45F, -0.26F, 0}};
     for (int i = 0; i <= 6; i++) {
         const float angle = (static_cast<float>(i) / 6 - 0.5F) * PI;
@@ -80,33 +85,36 @@ static st_outline petalOutline() {
     outline.push_back({1.45F, 0.26F, 0});
     outline.push_back({0.62F, 0.20F, 0});
     outline.push_back({0.22F, 0.04F, 0});
+    for (st_vec &point : outline)
+        point.y *= breadth;
     return outline;
 }
 
 st_mesh makeGreetingsTwo() {
-    constexpr std::size_t COUNT = std::size(WHEEL_TWO);
+    const st_wheelPlan plan = planWheel(1, 9);
+    const std::vector<std::string> &names = plan.names;
     const st_textStyle lettering =
         plainStyle(0.36F, 0.012F, plain("greet-letters", mix(INK, DUSK, 0.15F), 0),
                    plain("greet-letters-side", INK, 0));
     st_mesh wheel;
-    for (std::size_t i = 0; i < COUNT; i++) {
+    for (std::size_t i = 0; i < names.size(); i++) {
         static constexpr const char *PETALS[3] = {"petal-milk", "petal-rose", "petal-sun"};
-        static constexpr st_vec COLORS[3] = {MILK, mix(ROSE, MILK, 0.15F),
-                                             mix(SUN, AMBER, 0.3F) * 0.85F};
-        st_mesh petal = slabShape({petalOutline()}, DEPTH, 2.2F,
+        const st_vec COLORS[3] = {MILK, mix(ROSE, MILK, 0.15F), mix(SUN, AMBER, 0.3F) * 0.85F};
+        st_mesh petal = slabShape({petalOutline(plan.breadth)}, DEPTH, 2.2F,
                                   tinted(PETALS[i % 3], PETAL_TEXTURE, 0, COLORS[i % 3]));
         for (st_polygon &polygon : petal.polygons)
             for (st_uv &uv : polygon.uvs)
                 uv.v += 0.5F;
-        append(wheel, petal, spokePlace(i, COUNT));
-        append(wheel, nameShape(WHEEL_TWO[i], lettering), spokePlace(i, COUNT));
+        append(wheel, petal, spokePlace(i, names.size()));
+        append(wheel, nameShape(names[i], plan, lettering), spokePlace(i, names.size()));
     }
     append(wheel, ballShape({0.40F, 0.40F, 0.20F}, 18, 10, plain("hub", AMBER, SOFT)));
     return towardsMainView(wheel);
 }
 
 st_mesh makeGreetingsThree() {
-    constexpr std::size_t COUNT = std::size(WHEEL_THREE);
+    const st_wheelPlan plan = planWheel(2, 10);
+    const std::vector<std::string> &names = plan.names;
     const st_textStyle lettering =
         plainStyle(0.33F, 0.05F, plain("greet-letters", SUN, 0),
                    plain("greet-letters-side", mix(AMBER, BARK, 0.6F), 0));
@@ -122,8 +130,8 @@ st_mesh makeGreetingsThree() {
     }
     st_mesh wheel;
     append(wheel, disc);
-    for (std::size_t i = 0; i < COUNT; i++)
-        append(wheel, nameShape(WHEEL_THREE[i], lettering), spokePlace(i, COUNT));
+    for (std::size_t i = 0; i < names.size(); i++)
+        append(wheel, nameShape(names[i], plan, lettering), spokePlace(i, names.size()));
     append(wheel,
            latheShape({{0.30F, -0.08F}, {0.30F, 0.08F}, {0.05F, 0.09F}, {0.0F, 0.14F}}, 20,
                       plain("hub", ROSE, 0.5F)),

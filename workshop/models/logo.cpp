@@ -1,7 +1,8 @@
-// A toy block with k7 raised on all six sides. The show spins it about (1, 1, 1) through the
+// A toy block with the logo raised on all six sides. The show spins it about (1, 1, 1) through the
 // model's origin, a point at the picture's lower left; set off along that axis the block turns on
 // the spot, but nearer to the viewer and to the picture's middle. A third of a turn about that
 // axis brings the next side to the front, upright again.
+#include "workshop/lettering.h"
 #include "workshop/models/models.h"
 #include "workshop/models/surfaces.h"
 #include "workshop/shapes.h"
@@ -18,15 +19,16 @@ constexpr float EDGE = 0.07F; // width of its slanted edges
 constexpr float SHINE = 0.68F;
 
 static st_mesh lettersShape() {
-    st_textStyle style =
-        plainStyle(0.74F, 0.16F, tinted("logo-face", ENAMEL_TEXTURE, 0, WHITE * 0.85F),
-                   plain("logo-side", mix(MILK, HAZE, 0.3F) * 0.76F, 0.55F));
+    const std::string &logo = theWords().logo.text;
+    st_textStyle style = plainStyle(fittingSize(logo, LOGO_ROOM), 0.16F,
+                                    tinted("logo-face", ENAMEL_TEXTURE, 0, WHITE * 0.85F),
+                                    plain("logo-side", mix(MILK, HAZE, 0.3F) * 0.76F, 0.55F));
     style.bevel = 0.035F;
-    style.tolerance = 0.004F;
-    style.tracking = -0.015F;
+    style.tracking = LOGO_ROOM.tracking;
+    style.tolerance = finestTolerance({logo}, style, LOGO_LETTERS);
     st_mesh mesh;
-    append(mesh, textShape(LOGO, style),
-           moved({-textWidth(LOGO, style) / 2, -0.35F * style.size, HALF + 0.045F}));
+    append(mesh, textShape(logo, style),
+           moved(inkMiddle(logo, style.tracking) * -style.size + st_vec{0, 0, HALF + 0.045F}));
     return mesh;
 }
 

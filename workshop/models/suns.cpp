@@ -65,7 +65,10 @@ st_mesh makeSun() {
 // ------------------------------------------------------------------ the lonely one
 
 constexpr st_vec HEAD = {0.46F, 0.44F, 0.24F}; // half axes
-constexpr st_vec LONELY_BLUE = mix(SKY, DUSK, 0.35F);
+
+static st_vec lonelyBlue() {
+    return mix(SKY, DUSK, 0.35F);
+}
 
 // The place on the front of the head; x and y in its half axes.
 static st_vec onHead(float x, float y) {
@@ -122,7 +125,7 @@ static st_mesh eyeShape(float side) {
            moved(at + st_vec{-side * 0.012F + 0.016F, -0.012F, 0.065F}));
     append(mesh,
            ballShape({0.104F, 0.070F, 0.075F}, 18, 10,
-                     plain("lid", mix(LONELY_BLUE, MILK, 0.25F), SOFT)),
+                     plain("lid", mix(lonelyBlue(), MILK, 0.25F), SOFT)),
            moved(at + st_vec{side * 0.006F, 0.066F, 0.0F}) * turned({0, 0, 1}, -side * 17));
     append(mesh, strokeShape(arc({side * 0.36F, 0.52F}, 0.17F, 0.03F, -side * 0.07F), 0.020F,
                              plain("brow", DUSK, SOFT)));
@@ -159,7 +162,7 @@ st_mesh makeLonelySun() {
     face.planar.size = {1.6F, 1.2F, 1};
     face.planar.center = {-1.5F, 1.2F, 2.6F};
     face.planar.velocity = {0.02F, 0, 0};
-    const st_surface rays[2] = {plain("lonely-ray", LONELY_BLUE, SOFT),
+    const st_surface rays[2] = {plain("lonely-ray", lonelyBlue(), SOFT),
                                 plain("lonely-ray-short", mix(SUN, HAZE, 0.4F), SOFT)};
     st_mesh sun;
     constexpr int WILTED = 14;

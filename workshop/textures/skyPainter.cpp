@@ -27,8 +27,8 @@ st_vec skyDirection(int side, float s, float t) {
     }
 }
 
-static const std::vector<st_cloudRow> &cloudRows() {
-    static const std::vector<st_cloudRow> rows = {
+static std::vector<st_cloudRow> cloudRows() {
+    return {
         {-7.5F, 80, 4.4F, mix(HAZE, MILK, 0.5F), mix(HAZE, ROSE, 0.35F)},
         {-12.0F, 62, 5.8F, mix(HAZE, ROSE, 0.12F), mix(ROSE, SKY, 0.45F)},
         {-18.0F, 52, 7.0F, mix(HAZE, ROSE, 0.25F), mix(SKY, ROSE, 0.30F)},
@@ -38,7 +38,6 @@ static const std::vector<st_cloudRow> &cloudRows() {
         {-56.0F, 20, 14.0F, mix(SKY, DUSK, 0.70F), mix(DUSK, INK, 0.45F)},
         {-68.0F, 14, 16.0F, mix(DUSK, INK, 0.20F), mix(DUSK, INK, 0.75F)},
     };
-    return rows;
 }
 
 static st_vec openSky(float elevation, st_vec direction) {
@@ -111,13 +110,13 @@ static st_vec overRow(st_vec behind, const st_cloudRow &row, unsigned seed, floa
     return color;
 }
 
-static st_vec skyColor(st_vec direction) {
+static st_vec skyColor(const std::vector<st_cloudRow> &rows, st_vec direction) {
     const st_vec d = unit(direction);
     const float elevation = std::asin(std::min(std::max(d.y, -1.0F), 1.0F)) * 180 / PI;
     const float azimuth = std::atan2(d.x, d.z) * 180 / PI;
     st_vec color = openSky(elevation, d);
     unsigned seed = 11;
-    for (const st_cloudRow &row : cloudRows()) {
+    for (const st_cloudRow &row : rows) {
         if (elevation < row.elevation + 2 * row.radius) {
             const float puff = puffs(d * (120 / row.radius), seed);
             color = overRow(color, row, seed, azimuth, elevation, puff);
@@ -128,7 +127,8 @@ static st_vec skyColor(st_vec direction) {
 }
 
 st_picture paintSky(int side, int size) {
-    return paintCanvas(size, size, [side](float u, float v) {
-        return skyColor(skyDirection(side, 2 * u - 1, 2 * v - 1));
+    const std::vector<st_cloudRow> rows = cloudRows();
+    return paintCanvas(size, size, [&rows, side](float u, float v) {
+        return skyColor(rows, skyDirection(side, 2 * u - 1, 2 * v - 1));
     });
 }

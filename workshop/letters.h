@@ -1,0 +1,19 @@
+// Text as letters: UTF-8 taken apart, put together again and compared.
+//
+//   for (const char32_t letter : lettersOf(composed("A\u030a"))) ...   // one: U+00C5
+#pragma once
+
+#include <string>
+
+// One code point each. What is no UTF-8 gives U+FFFD.
+std::u32string lettersOf(const std::string &text);
+std::string textOf(const std::u32string &letters);
+
+// With marks joined to their letters wherever Unicode has the two as one (NFC).
+std::string composed(const std::string &text);
+
+// For people: 'ж' (U+0436), or the number alone for what cannot be seen.
+std::string sayLetter(char32_t letter);
+
+// How many letters one has to put in, take out or change to make the one of the other.
+std::size_t editDistance(const std::string &one, const std::string &other);
