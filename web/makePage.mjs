@@ -35,9 +35,24 @@ const samples = Object.entries(SAMPLES).filter(([name]) => existsSync(join(folde
   .map(([name, words]) => `<li><a href="view.html?model=view/models/${name}.lwo">` +
     `<img src="view/models/${name}.png" width="160" height="160" alt=""><span>${words}</span></a></li>`).join('\n');
 
+// Longer names are set smaller; style.css knows how small.
+function length() {
+  const count = Math.max([...words.name].length, 0.55 * [...words.line].length);
+  return count <= 10 ? '' : count <= 14 ? 'long' : count <= 19 ? 'longer' : 'longest';
+}
+
+const CREDIT = ' Letters: Cherry Bomb by satsuyako and Marc Foley (<a href="letters-licence.txt">SIL Open Font License</a>).';
+const LOOK = '<p><a href="view.html">Look into its models, or into your own</a></p>';
+
 const values = {
   name: escaped(words.name),
-  year: escaped(words.year),
+  line: escaped(words.line),
+  title: escaped(`${words.name} ${words.line}`.trim()),
+  length: length(),
+  address: escaped(words.address && words.address.replace(/\/*$/, '/')),
+  ink: words.palette.ink,
+  credit: words.font ? '' : CREDIT,
+  look: existsSync(join(folder, 'view')) ? LOOK : '',
   description: escaped(description()),
   scrollText: escaped(words.scrollText),
   wheels,
@@ -51,6 +66,11 @@ for (const template of templates) {
   });
   writeFileSync(join(folder, basename(template)), page);
 }
+
+// The page's colours are the show's, under the same names.
+const style = join(folder, 'style.css');
+writeFileSync(style, readFileSync(style, 'utf8').replace(/^ {2}--(\w+): #\w+;$/gm, (whole, name) =>
+  (name in words.palette ? `  --${name}: ${words.palette[name]};` : whole)));
 
 const file = (name) => ({ name, bytes: statSync(join(folder, name)).size });
 const pack = { packed: file('show.tar.gz'), plain: file('show.tar') };
