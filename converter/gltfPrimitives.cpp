@@ -15,66 +15,7 @@ void note(st_gltfReading &reading, bool isNote, const char *rule, const std::str
         reading.lost->push_back({rule, isNote, what, consequence, ""});
 }
 
-// ------------------------------------------------------------------------------ places
-
-static float sound(double number) {
-    const float value = static_cast<float>(number);
-    return std::isfinite(value) ? value : 0;
-}
-
-st_vec placedPoint(const st_gltfPlace &place, const float (&point)[3]) {
-    double sum[3];
-    for (int row = 0; row < 3; row++) {
-        sum[row] = place.columns[3][row];
-        for (int column = 0; column < 3; column++)
-            sum[row] += place.columns[column][row] * static_cast<double>(point[column]);
-    }
-    return {sound(sum[0]), sound(sum[1]), sound(sum[2])};
-}
-
-// What turns normals, and whether the place mirrors.
-struct st_normalPlace {
-    double rows[3][3];
-    bool isMirror;
-};
-
-static st_normalPlace normalPlace(const st_gltfPlace &place) {
-    st_normalPlace result = {};
-    const auto &m = place.columns;
-    for (int column = 0; column < 3; column++)
-        for (int row = 0; row < 3; row++) {
-            const int c1 = (column + 1) % 3, c2 = (column + 2) % 3;
-            const int r1 = (row + 1) % 3, r2 = (row + 2) % 3;
-            result.rows[row][column] = m[c1][r1] * m[c2][r2] - m[c1][r2] * m[c2][r1];
-        }
-    double determinant = 0;
-    for (int row = 0; row < 3; row++)
-        determinant += m[0][row] * result.rows[row][0];
-    result.isMirror = determinant < 0;
-    if (result.isMirror)
-        for (auto &row : result.rows)
-            for (double &factor : row)
-                factor = -factor;
-    return result;
-}
-
-// v with length 1; false if it has no direction.
-static bool toUnit(double x, double y, double z, st_vec *normal) {
-    const double length = std::sqrt(x * x + y * y + z * z);
-    if (!(length > 0) || !std::isfinite(length))
-        return false;
-    *normal = {static_cast<float>(x / length), static_cast<float>(y / length),
-               static_cast<float>(z / length)};
-    return true;
-}
-
-static bool placedNormal(const st_normalPlace &place, const float (&n)[3], st_vec *normal) {
-    double sum[3] = {};
-    for (int row = 0; row < 3; row++)
-        for (int column = 0; column < 3; column++)
-            sum[row] += place.rows[row][column] * static_cast<double>(n[column]);
-    return toUnit(sum[0], sum[1], sum[2], normal);
-}
+// --------------------------------------------------------------------------- triangles
 
 static st_vec faceNormal(const st_vec &a, const st_vec &b, const st_vec &c) {
     const double p[3] = {static_cast<double>(b.x) - a.x, static_cast<double>(b.y) - a.y,
@@ -86,8 +27,6 @@ static st_vec faceNormal(const st_vec &a, const st_vec &b, const st_vec &c) {
            &normal);
     return normal;
 }
-
-// --------------------------------------------------------------------------- triangles
 
 // Strips and fans as single triangles, without those that only lead on.
 static std::vector<unsigned> asTriangles(std::vector<unsigned> indices, int mode) {
@@ -270,12 +209,13 @@ static bool hasFaces(st_gltfReading &reading, const tinygltf::Primitive &primiti
         return false;
     }
     if (!primitive.targets.empty())
-        note(reading, true, "morphs", "shapes to morph into", "drawn as it is without them");
+        note(reading, true, "morphs", "shapes to morph into",
+             "drawn as its weights at rest have it");
     return true;
 }
 
 std::string addPrimitive(st_gltfReading &reading, const tinygltf::Primitive &primitive,
-                         const st_gltfPlace &place, st_layer *layer) {
+                         const st_gltfRest &rest, st_layer *layer) {
     if (primitive.mode < TINYGLTF_MODE_POINTS || primitive.mode > TINYGLTF_MODE_TRIANGLE_FAN)
         return "a primitive is of a mode that there is not";
     if (!hasFaces(reading, primitive))
@@ -289,6 +229,9 @@ std::string addPrimitive(st_gltfReading &reading, const tinygltf::Primitive &pri
         problem = findAttributes(reading, primitive, look, &from);
     if (problem.empty())
         problem = trianglesOf(reading, primitive, from.positions.count, &triangles);
+    if (problem.empty())
+        problem = putAtRest(reading.file->model, primitive, rest, &reading.budget, &from.positions,
+                            &from.normals);
     if (!problem.empty())
         return problem;
     if (from.normals.count > 0)
@@ -296,7 +239,11 @@ std::string addPrimitive(st_gltfReading &reading, const tinygltf::Primitive &pri
             SMOOTH_AS_NORMALS;
     numberPoints(triangles, from.positions.count, &vertices);
     const std::size_t firstPoint = layer->points.size();
-    const st_normalPlace normals = normalPlace(place);
+    const bool isHung = isOnBones(primitive, rest);
+    const st_gltfPlace place = isHung ? st_gltfPlace() : rest.place;
+    st_normalPlace normals = normalPlace(place);
+    if (isHung)
+        normals.isMirror = normalPlace(rest.bones->front()).isMirror;
     addPoints(from.positions, vertices, place, layer);
     addPolygons(from, triangles, vertices, look, normals, firstPoint, layer);
     addColors(from.colors, triangles, vertices, normals.isMirror, layer);

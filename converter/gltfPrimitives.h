@@ -2,15 +2,13 @@
 #pragma once
 
 #include "converter/gltfMaterials.h"
+#include "converter/gltfRest.h"
 
 #include <cstddef>
+#include <map>
 #include <set>
 #include <string>
-
-// Where a node's mesh stands: p becomes the sum of the columns times p's coordinates, and the last.
-struct st_gltfPlace {
-    double columns[4][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0}};
-};
+#include <vector>
 
 struct st_gltfReading {
     st_gltfFile *file;
@@ -19,14 +17,14 @@ struct st_gltfReading {
     st_gltfMaterials materials;
     std::size_t budget; // corners and the like that may still be made
     std::set<std::string> noted = {};
+    std::vector<st_gltfPlace> places = {};  // of all nodes
+    std::map<int, st_gltfBones> bones = {}; // of each skin
 };
 
 // Says it once.
 void note(st_gltfReading &reading, bool isNote, const char *rule, const std::string &what,
           const std::string &consequence);
 
-st_vec placedPoint(const st_gltfPlace &place, const float (&point)[3]);
-
 // Adds a primitive to the layer. "" or why the file is refused.
 std::string addPrimitive(st_gltfReading &reading, const tinygltf::Primitive &primitive,
-                         const st_gltfPlace &place, st_layer *layer);
+                         const st_gltfRest &rest, st_layer *layer);

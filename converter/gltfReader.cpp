@@ -14,50 +14,6 @@ constexpr std::size_t CORNER_ALLOWANCE = 1000000, CORNERS_PER_BYTE = 4;
 // Pixels for every byte of the file, besides those that any may have.
 constexpr long long PIXELS_PER_BYTE = 64;
 
-static st_gltfPlace operator*(const st_gltfPlace &outer, const st_gltfPlace &inner) {
-    st_gltfPlace result;
-    for (int column = 0; column < 4; column++)
-        for (int row = 0; row < 3; row++) {
-            double sum = column == 3 ? outer.columns[3][row] : 0;
-            for (int i = 0; i < 3; i++)
-                sum += outer.columns[i][row] * inner.columns[column][i];
-            result.columns[column][row] = sum;
-        }
-    return result;
-}
-
-static void turnBy(const std::vector<double> &rotation, st_gltfPlace *place) {
-    double x = rotation[0], y = rotation[1], z = rotation[2], w = rotation[3];
-    const double length = std::sqrt(x * x + y * y + z * z + w * w);
-    if (!(length > 0))
-        return;
-    x /= length, y /= length, z /= length, w /= length;
-    const double columns[3][3] = {
-        {1 - 2 * (y * y + z * z), 2 * (x * y + z * w), 2 * (x * z - y * w)},
-        {2 * (x * y - z * w), 1 - 2 * (x * x + z * z), 2 * (y * z + x * w)},
-        {2 * (x * z + y * w), 2 * (y * z - x * w), 1 - 2 * (x * x + y * y)}};
-    std::copy_n(&columns[0][0], 9, &place->columns[0][0]);
-}
-
-static st_gltfPlace placeOf(const tinygltf::Node &node) {
-    st_gltfPlace place;
-    if (node.matrix.size() == 16) {
-        for (std::size_t column = 0; column < 4; column++)
-            for (std::size_t row = 0; row < 3; row++)
-                place.columns[column][row] = node.matrix[column * 4 + row];
-        return place;
-    }
-    if (node.rotation.size() == 4)
-        turnBy(node.rotation, &place);
-    if (node.scale.size() == 3)
-        for (std::size_t column = 0; column < 3; column++)
-            for (double &part : place.columns[column])
-                part *= node.scale[column];
-    if (node.translation.size() == 3)
-        std::copy_n(node.translation.begin(), 3, place.columns[3]);
-    return place;
-}
-
 static bool isHidden(const tinygltf::Node &node) {
     const auto found = node.extensions.find("KHR_node_visibility");
     if (found == node.extensions.end() || !found->second.Has("visible"))
@@ -71,7 +27,7 @@ struct st_gltfStep {
     int node;
     int parent; // layer
     bool isHidden;
-    st_gltfPlace place; // of the node above
+    st_gltfPlace place; // of the node above; once it is met, its own
 };
 
 static std::vector<int> rootsOf(st_gltfReading &reading) {
@@ -97,9 +53,23 @@ static std::vector<int> rootsOf(st_gltfReading &reading) {
     return roots;
 }
 
-static std::string addLayer(st_gltfReading &reading, const tinygltf::Node &node,
-                            const st_gltfPlace &place, const st_gltfStep &step) {
+// Null if the node has no skin.
+static std::string bonesOf(st_gltfReading &reading, const tinygltf::Node &node,
+                           const st_gltfBones **bones) {
+    *bones = nullptr;
+    if (node.skin < 0)
+        return "";
+    note(reading, true, "skin", "a skin on bones", "drawn as its bones stand at rest");
+    const auto [known, isNew] = reading.bones.try_emplace(node.skin);
+    *bones = &known->second;
+    return isNew ? findBones(reading.file->model, node.skin, reading.places, &reading.budget,
+                             &known->second)
+                 : "";
+}
+
+static std::string addLayer(st_gltfReading &reading, const st_gltfStep &step) {
     const tinygltf::Model &model = reading.file->model;
+    const tinygltf::Node &node = model.nodes[static_cast<std::size_t>(step.node)];
     if (static_cast<std::size_t>(node.mesh) >= model.meshes.size())
         return "a node has a mesh that is not there";
     const tinygltf::Mesh &mesh = model.meshes[static_cast<std::size_t>(node.mesh)];
@@ -107,16 +77,19 @@ static std::string addLayer(st_gltfReading &reading, const tinygltf::Node &node,
     layer.name = node.name.empty() ? mesh.name : node.name;
     layer.parent = step.parent;
     layer.isHidden = step.isHidden;
-    layer.pivot = placedPoint(place, {0, 0, 0});
-    std::string problem;
+    layer.pivot = placedPoint(step.place, {0, 0, 0});
+    st_gltfRest rest = {step.place, node.weights.empty() ? &mesh.weights : &node.weights, nullptr};
+    std::string problem = bonesOf(reading, node, &rest.bones);
     for (std::size_t i = 0; i < mesh.primitives.size() && problem.empty(); i++)
-        problem = addPrimitive(reading, mesh.primitives[i], place, &layer);
+        problem = addPrimitive(reading, mesh.primitives[i], rest, &layer);
     reading.scene->layers.push_back(std::move(layer));
     return problem;
 }
 
-static std::string addNodes(st_gltfReading &reading) {
+// Gives all nodes their places; those that are layers to be are in *layers, in this order.
+static std::string walkNodes(st_gltfReading &reading, std::vector<st_gltfStep> *layers) {
     const tinygltf::Model &model = reading.file->model;
+    reading.places.resize(model.nodes.size());
     std::vector<bool> isMet(model.nodes.size(), false);
     std::vector<st_gltfStep> steps; // the next one last
     const std::vector<int> roots = rootsOf(reading);
@@ -131,18 +104,15 @@ static std::string addNodes(st_gltfReading &reading) {
             return "its nodes run in a circle";
         isMet[static_cast<std::size_t>(step.node)] = true;
         const tinygltf::Node &node = model.nodes[static_cast<std::size_t>(step.node)];
-        const st_gltfPlace place = step.place * placeOf(node);
+        step.place = step.place * placeOf(node);
+        reading.places[static_cast<std::size_t>(step.node)] = step.place;
         step.isHidden = step.isHidden || isHidden(node);
-        if (node.skin >= 0)
-            note(reading, true, "skin", "a skin on bones", "drawn as it is without them");
         if (node.mesh >= 0) {
-            std::string problem = addLayer(reading, node, place, step);
-            if (!problem.empty())
-                return problem;
-            step.parent = static_cast<int>(reading.scene->layers.size()) - 1;
+            layers->push_back(step);
+            step.parent = static_cast<int>(layers->size()) - 1;
         }
         for (auto child = node.children.rbegin(); child != node.children.rend(); ++child)
-            steps.push_back({*child, step.parent, step.isHidden, place});
+            steps.push_back({*child, step.parent, step.isHidden, step.place});
     }
     return "";
 }
@@ -158,7 +128,10 @@ std::string readGltf(const std::string &path, st_scene *scene, std::vector<st_fi
                               lost,
                               {&file, scene, lost, PICTURE_PIXEL_LIMIT + size * PIXELS_PER_BYTE},
                               CORNER_ALLOWANCE + file.size * CORNERS_PER_BYTE};
-    problem = addNodes(reading);
+    std::vector<st_gltfStep> layers;
+    problem = walkNodes(reading, &layers);
+    for (std::size_t i = 0; i < layers.size() && problem.empty(); i++)
+        problem = addLayer(reading, layers[i]);
     if (!problem.empty())
         return problem;
     if (file.hasAnimations)

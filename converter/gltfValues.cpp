@@ -1,6 +1,7 @@
 // Every offset is compared with what is there by subtraction, so that no sum can wrap around.
 #include "converter/gltfValues.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -155,16 +156,27 @@ void rowAt(const st_rows &rows, std::size_t i, float *row) {
         std::memcpy(row, &rows.own[i * rows.width], rows.width * sizeof *row);
 }
 
-// Rows that are not in the file as they are: zeros, and what a sparse accessor replaces.
-static std::string makeOwn(const tinygltf::Model &model, const tinygltf::Accessor &accessor,
-                           std::size_t elementSize, std::size_t *budget, st_rows *rows) {
-    std::string problem = spend(rows->count, budget);
-    if (!problem.empty())
-        return problem;
+std::string makeOwn(st_rows *rows, std::size_t *budget) {
+    if (!rows->own.empty())
+        return "";
+    constexpr std::size_t USUAL_WIDTH = 4;
+    const std::size_t share = std::max<std::size_t>(rows->width / USUAL_WIDTH, 1);
+    if (rows->count > *budget / share)
+        return "it holds more than its size allows";
+    *budget -= rows->count * share;
     std::vector<float> own(rows->count * rows->width);
     for (std::size_t i = 0; i < rows->count && rows->bytes != nullptr; i++)
         rowAt(*rows, i, &own[i * rows->width]);
     rows->own.swap(own);
+    return "";
+}
+
+// Rows that are not in the file as they are: zeros, and what a sparse accessor replaces.
+static std::string replaceSparse(const tinygltf::Model &model, const tinygltf::Accessor &accessor,
+                                 std::size_t elementSize, std::size_t *budget, st_rows *rows) {
+    std::string problem = makeOwn(rows, budget);
+    if (!problem.empty())
+        return problem;
     return forSparse(
         model, accessor, elementSize, [&](std::size_t row, const unsigned char *bytes) {
             rows->copy(bytes, rows->isNormalized, rows->width, &rows->own[row * rows->width]);
@@ -197,7 +209,7 @@ std::string findRows(const tinygltf::Model &model, int index, std::size_t width,
         rows->stride = elements.stride;
     }
     if (rows->bytes == nullptr || accessor->sparse.isSparse)
-        return makeOwn(model, *accessor, elementSize, budget, rows);
+        return replaceSparse(model, *accessor, elementSize, budget, rows);
     return "";
 }
 

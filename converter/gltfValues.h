@@ -30,6 +30,9 @@ std::string findRows(const tinygltf::Model &model, int index, std::size_t width,
 // Fills `row` with row i, which is below count. Numbers that are none are 0.
 void rowAt(const st_rows &rows, std::size_t i, float *row);
 
+// Copies the rows out of the file, where they are not yet, so that they can be changed: rows->own.
+std::string makeOwn(st_rows *rows, std::size_t *budget);
+
 // Whole numbers, one a row, all of them on the budget.
 std::string readIndices(const tinygltf::Model &model, int index, std::size_t *budget,
                         std::vector<unsigned> *indices);

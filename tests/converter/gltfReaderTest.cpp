@@ -112,6 +112,66 @@ TEST(GltfReader, placesNodes) {
     EXPECT_EQ(reading.scene.materials[0].smoothing, SMOOTH_AS_NORMALS);
 }
 
+// A bone that is moved up and turned a quarter about z, and one whose own place is taken off it.
+static GltfModel boned() {
+    GltfModel model = zigzag();
+    model.accessor(
+        littleNumbers<std::uint8_t>({0, 9, 9, 9, 1, 9, 9, 9, 0, 1, 9, 9, 1, 9, 9, 9, 1, 9, 9, 9}),
+        R"("componentType":5121,"type":"VEC4")", 5);
+    model.accessor(floats({1, 0, 0, 0, 1, 0, 0, 0, 2, 2, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}),
+                   R"("componentType":5126,"type":"VEC4")", 5);
+    model.accessor(floats({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0,   0, 1,
+                           1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, -30, 0, 1}),
+                   R"("componentType":5126,"type":"MAT4")", 2);
+    model.accessor(floats({1, 0, 0, 1, 0, 0, 1, 0, 0, 1, 0, 0, 1, 0, 0}), FLOAT_VEC3, 5);
+    model.primitive(R"("attributes":{"POSITION":0,"JOINTS_0":1,"WEIGHTS_0":2,"NORMAL":4})");
+    model.nodes = R"([{"translation":[0,20,0],"children":[1,2,3]},
+        {"mesh":0,"skin":0,"translation":[500,0,0]},
+        {"rotation":[0,0,0.70710678,0.70710678]}, {"translation":[7,10,0]}])";
+    model.more = R"(,"skins":[{"joints":[2,3],"inverseBindMatrices":3}])";
+    return model;
+}
+
+TEST(GltfReader, hangsMeshesOnTheirBonesAtRest) {
+    const Reading reading = readModel(boned());
+    ASSERT_EQ(reading.problem, "");
+    EXPECT_EQ(lostRules(reading), "skin");
+    const st_layer &layer = reading.scene.layers[0];
+    ASSERT_EQ(layer.points.size(), 3U);
+    expectNear(layer.points[0], {0, 20, 0});
+    expectNear(layer.points[1], {8, 1, 0});
+    expectNear(layer.points[2], {4.5F, 11, 0}); // halfway from (0, 22, 0) to (9, 0, 0)
+    expectNear(layer.corners[0].normal, {0, 1, 0});
+    struct Case {
+        const char *from, *to, *problem;
+    };
+    const Case cases[] = {
+        {"[2,3]", "[2]", "a vertex hangs on a bone that is not there"},
+        {"[2,3]", "[2,4]", "a skin has a bone that is not there"},
+        {"[2,3]", "[2,3,0]", "a skin has fewer matrices than bones"},
+        {"\"skin\":0", "\"skin\":1", "a node has a skin that is not there"},
+    };
+    for (const Case &test : cases) {
+        const GltfModel model = boned();
+        std::string text = model.text();
+        text.replace(text.find(test.from), std::string(test.from).size(), test.to);
+        EXPECT_EQ(readFile("bad.glb", glbBytes(text, model.bytes)).problem, test.problem);
+    }
+}
+
+TEST(GltfReader, morphsAsWeightsAtRestSay) {
+    GltfModel model = zigzag();
+    model.accessor(floats({0, 0, 0, 8, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}), FLOAT_VEC3, 5);
+    model.primitive(R"("attributes":{"POSITION":0},"targets":[{"POSITION":1},{"POSITION":9}])");
+    EXPECT_EQ(shape(readModel(model)), "0 1 2");
+    model.nodes = R"([{"mesh":0,"weights":[0.5,0]}])";
+    const Reading reading = readModel(model);
+    EXPECT_EQ(shape(reading), "0 5 2");
+    EXPECT_EQ(lostRules(reading), "morphs");
+    model.nodes = R"([{"mesh":0,"weights":[0,1]}])";
+    EXPECT_EQ(shape(readModel(model)), "an accessor is missing");
+}
+
 TEST(GltfReader, chooses) {
     GltfModel model = zigzag();
     model.primitive(R"("attributes":{"POSITION":0})");
