@@ -76,7 +76,7 @@ static void add(const st_gltfPlace &place, double weight, st_gltfPlace *sum) {
 // Where a vertex's bones put it; weights that add up to nothing leave it to the first of them.
 static bool blend(const std::vector<st_gltfHold> &holds, const st_gltfBones &bones,
                   std::size_t vertex, st_gltfPlace *place) {
-    float joints[2][4], weights[2][4];
+    float joints[2][4] = {}, weights[2][4] = {};
     double total = 0;
     for (std::size_t h = 0; h < holds.size(); h++) {
         rowAt(holds[h].joints, vertex, joints[h]);

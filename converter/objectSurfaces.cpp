@@ -282,7 +282,8 @@ static void nameFalloff(st_surfaceReading *reading, const st_lwSurface &surface,
     if (falloff[0] != 0 || falloff[1] != 0 || falloff[2] != 0)
         say(reading, "falloff", false, "the picture of " + labelOf(surface) + " fades out",
             "it goes on at full strength", "");
-    if (textOf(texture.tmap.refObject).find_first_not_of("(none)") != std::string::npos)
+    const std::string object = textOf(texture.tmap.refObject);
+    if (!object.empty() && object != "(none)")
         say(reading, "reference", true,
             "the picture of " + labelOf(surface) + " is placed by another object",
             "it is placed by its own centre and size", "");
@@ -379,11 +380,15 @@ static st_surfaceInScene readSurface(st_surfaceReading *reading, const st_lwSurf
     in.isReversed = surface.sideFlags == 2;
     reading->scene->materials.push_back(materialOf(surface));
     std::set<const st_lwTexture *> tried;
+    const std::size_t lostBefore = reading->lost->size();
     for (const st_lwTexture *texture : fromTheTop(surface))
         if (in.texture == nullptr && isPictureLayer(*texture)) {
             setTexture(reading, *texture, box, &in);
             tried.insert(texture);
         }
+    for (std::size_t i = lostBefore; i < reading->lost->size() && in.texture != nullptr; i++)
+        if (st_finding &finding = (*reading->lost)[i]; finding.consequence == PLAIN)
+            finding.consequence = "the one beneath it is shown";
     nameOthers(reading, surface, in.texture, tried);
     return in;
 }

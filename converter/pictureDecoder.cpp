@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <string_view>
 
 // stb_image asks for what a file promises; what no picture of that size needs it does not get.
 static thread_local std::size_t mostAtOnce = 0; // bytes
@@ -39,6 +41,15 @@ constexpr long long MOST_PIXELS_A_BYTE = 1024; // of the best packed
 
 static_assert(STBI_MAX_DIMENSIONS == PICTURE_SIDE_LIMIT, "what is refused and what is said");
 
+// By its first bytes, which stb does not tell from those that follow.
+static bool isKnownKind(const unsigned char *bytes, std::size_t size) {
+    const auto beginsWith = [&](std::string_view mark) {
+        return size >= mark.size() && std::memcmp(bytes, mark.data(), mark.size()) == 0;
+    };
+    return beginsWith("\x89PNG") || beginsWith("\xFF\xD8\xFF") || beginsWith("GIF8") ||
+           beginsWith("8BPS");
+}
+
 std::string decodePicture(const unsigned char *bytes, std::size_t size, st_scenePicture *picture,
                           long long mostPixels) {
     if (size > INT_MAX)
@@ -49,7 +60,10 @@ std::string decodePicture(const unsigned char *bytes, std::size_t size, st_scene
     const int length = static_cast<int>(size);
     int width, height, channels;
     if (stbi_info_from_memory(bytes, length, &width, &height, &channels) == 0)
-        return "it is no picture of a known kind";
+        return isKnownKind(bytes, size)
+                   ? "it is damaged, or more than " + std::to_string(PICTURE_SIDE_LIMIT) +
+                         " pixels wide or high"
+                   : "it is no picture of a known kind";
     if (width < 1 || height < 1)
         return "it has no pixels";
     const long long pixelCount = static_cast<long long>(width) * height;

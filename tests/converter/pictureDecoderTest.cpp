@@ -41,6 +41,8 @@ TEST(PictureDecoder, givesPixelsFromTheTopDown) {
 TEST(PictureDecoder, refusesWhatWouldHurt) {
     EXPECT_EQ(problemOf("nothing"), "it is no picture of a known kind");
     EXPECT_EQ(problemOf(bitmap(20000, 1, "")), "it is too large, 20000 x 1");
+    EXPECT_EQ(problemOf("\x89PNG\r\n\x1A\n" + std::string(30, 'x')),
+              "it is damaged, or more than 16384 pixels wide or high");
     EXPECT_EQ(problemOf(bitmap(8000, 8000, "")), "it is cut off");
     // A count of codes beyond the 256 that there can be, a table by another number than the scan's,
     // bytes that do not belong there; behind the picture's end nobody looks.
