@@ -10,6 +10,7 @@
 
 constexpr float FLAT_COSINE = 0.9998F;  // of 1 degree
 constexpr float AGREED_COSINE = 0.999F; // of 2.5 degrees
+constexpr float LOOKS_ALIKE = 0.866F;   // cosine of 30 degrees
 constexpr float SLACK = 0.02F;          // radians
 constexpr float ROUNDING = 1e-5F;
 constexpr float VANISHED = 0.05F;    // length of a sum of normals
@@ -223,7 +224,40 @@ static void partCrowds(const st_shading &shading) {
     }
 }
 
-static void partUnshaded(const st_scene &scene, st_layer *layer) {
+// The reader's normal of a corner: that of its polygon, and all near it at its point.
+static st_vec shadedNormal(const st_shading &shading, std::size_t number, int corner) {
+    const st_scenePolygon &polygon = shading.layer->polygons[number];
+    const float smallest = std::cos(std::min(angleOf(shading, polygon), PI));
+    const st_vec normal = shading.normals[number];
+    const auto point = static_cast<std::size_t>(cornerOf(*shading.layer, polygon, corner).point);
+    st_vec sum = normal;
+    for (const int other : shading.polygonsAt[point]) {
+        const auto otherNumber = static_cast<std::size_t>(other);
+        const st_vec otherNormal = shading.normals[otherNumber];
+        if (otherNumber != number && dotProduct(normal, otherNormal) >= smallest)
+            sum = sum + otherNormal;
+    }
+    return unit(sum);
+}
+
+static void countShaded(const st_shading &shading, const std::vector<bool> &byNormals,
+                        st_shadedCorners *corners) {
+    for (std::size_t p = 0; p < shading.layer->polygons.size(); p++) {
+        const st_scenePolygon &polygon = shading.layer->polygons[p];
+        corners->all += polygon.cornerCount;
+        if (!byNormals[static_cast<std::size_t>(polygon.material)] ||
+            angleOf(shading, polygon) == 0)
+            continue;
+        for (int i = 0; i < polygon.cornerCount; i++) {
+            const st_vec wanted = cornerOf(*shading.layer, polygon, i).normal;
+            corners->otherwise +=
+                dotProduct(shadedNormal(shading, p, i), wanted) < LOOKS_ALIKE ? 1 : 0;
+        }
+    }
+}
+
+static void partUnshaded(const st_scene &scene, const std::vector<bool> &byNormals, st_layer *layer,
+                         st_shadedCorners *corners) {
     const bool isSmooth = std::any_of(
         layer->polygons.begin(), layer->polygons.end(), [&](const st_scenePolygon &polygon) {
             return scene.materials[static_cast<std::size_t>(polygon.material)].smoothing > 0;
@@ -241,17 +275,21 @@ static void partUnshaded(const st_scene &scene, st_layer *layer) {
                 part(shading, static_cast<int>(p));
                 isChanged = true;
             }
+        if (!isChanged || round + 1 == ROUNDS)
+            countShaded(shading, byNormals, corners);
     }
 }
 
-void makeEdges(st_scene *scene) {
+st_shadedCorners makeEdges(st_scene *scene) {
     std::vector<bool> byNormals, isFlat;
     byNormals.reserve(scene->materials.size());
     for (const st_material &material : scene->materials)
         byNormals.push_back(material.smoothing < 0);
     settleAngles(scene, &isFlat);
+    st_shadedCorners corners = {0, 0};
     for (st_layer &layer : scene->layers) {
         makePoints(byNormals, isFlat, &layer);
-        partUnshaded(*scene, &layer);
+        partUnshaded(*scene, byNormals, &layer, &corners);
     }
+    return corners;
 }

@@ -132,6 +132,16 @@ static st_surface surfaceOf(const st_material &material, const std::string &imag
     return surface;
 }
 
+static void sayShading(const st_shadedCorners &corners, std::vector<st_finding> *lost) {
+    constexpr long long FEW = 100; // of which one is not worth a word
+    if (corners.otherwise * FEW > corners.all)
+        say(lost, "normals", true,
+            counted(corners.otherwise, "corner") + " with a normal of " +
+                (corners.otherwise == 1 ? "its" : "their") +
+                " own that the polygons there do not have",
+            "shaded as the polygons lie: object files have no normals", "");
+}
+
 // ------------------------------------------------------------------------------- object
 
 static bool isFinite(st_vec v) {
@@ -214,7 +224,7 @@ std::string objectFiles(st_scene scene, const std::string &stem, st_objectFiles 
     sayTransparency(scene, isUsed, lost);
     paintColors(&scene, lost);
     paintWraps(&scene, lost);
-    makeEdges(&scene);
+    sayShading(makeEdges(&scene), lost);
     const std::vector<std::string> names = namePictures(scene, isUsed, stem);
     addPictures(scene, names, &files->pictures);
     files->object = objectBytes(objectOf(&scene, isUsed, names), &problem);
