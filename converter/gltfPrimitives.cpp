@@ -119,11 +119,16 @@ static std::string findAttributes(st_gltfReading &reading, const tinygltf::Primi
                                   const st_gltfLook &look, st_attributes *found) {
     const std::size_t count = found->positions.count;
     std::string problem = findAttribute(reading, primitive, "NORMAL", 3, count, &found->normals);
-    const bool isTextured =
-        reading.scene->materials[static_cast<std::size_t>(look.material)].picture >= 0;
+    const st_material &material = reading.scene->materials[static_cast<std::size_t>(look.material)];
+    const bool isTextured = material.picture >= 0;
     if (problem.empty() && isTextured)
         problem = findAttribute(reading, primitive, "TEXCOORD_" + std::to_string(look.texCoord), 2,
                                 count, &found->uvs);
+    if (problem.empty() && isTextured && found->uvs.count == 0)
+        note(reading, false, "uv-gap",
+             "material " + quoted(material.name.c_str()) +
+                 " has a picture on polygons without coordinates for it",
+             "they get the picture's lower left corner");
     if (problem.empty())
         problem = findAttribute(reading, primitive, "COLOR_0", 3, count, &found->colors);
     return problem;

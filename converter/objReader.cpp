@@ -78,6 +78,7 @@ struct st_objReading {
     std::vector<st_objLook> looks;
     Sums sums;
     std::vector<int> numbers; // of each point in the layer that is being made; -1: not yet
+    int unmapped = 0;         // corners with a picture, and no coordinates for it
 };
 
 static st_vec normalAt(const st_objReading &reading, const st_objFace &face,
@@ -117,6 +118,7 @@ static void addFace(st_objReading &reading, const st_objFace &face, st_layer *la
             pointIn(reading, from.point, layer), normalAt(reading, face, from, flat), {0, 0}};
         if (from.normal >= 0 || face.smoothing != 0)
             material.smoothing = SMOOTH_AS_NORMALS;
+        reading.unmapped += material.picture >= 0 && from.uv < 0 ? 1 : 0;
         if (material.picture >= 0 && from.uv >= 0) {
             const st_uv uv = parts.uvs[static_cast<std::size_t>(from.uv)];
             corner.uv = {uv.u * look.scale.u + look.offset.u, uv.v * look.scale.v + look.offset.v};
@@ -179,10 +181,16 @@ std::string readObj(const std::string &path, st_scene *scene, std::vector<st_fin
     const st_objParts parts = parseObj(&text);
     noteLost(parts, lost);
     if (parts.faces.empty())
-        return "it holds no polygons";
+        return parts.facesLeftOut > 0 ? "all its polygons name points which are not there"
+                                      : "it holds no polygons";
     st_objReading reading = {
         &parts, scene, makeObjMaterials(path, parts, scene, lost), smoothNormals(parts), {}};
     addLayers(reading);
+    if (reading.unmapped > 0)
+        lost->push_back(
+            {"uv-gap", false,
+             counted(reading.unmapped, "corner") + " with a picture, and no coordinates for it",
+             "they get the picture's lower left corner", ""});
     const bool isRestUsed = std::any_of(parts.faces.begin(), parts.faces.end(),
                                         [](const st_objFace &face) { return face.material < 0; });
     if (!isRestUsed)

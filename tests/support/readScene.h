@@ -34,8 +34,9 @@ inline std::string shape(const SceneReading &reading) {
         for (const st_scenePolygon &polygon : layer.polygons) {
             text += text.empty() ? "" : ", ";
             for (int i = 0; i < polygon.cornerCount; i++) {
-                const auto corner = static_cast<std::size_t>(polygon.firstCorner + i);
-                const auto point = static_cast<std::size_t>(layer.corners[corner].point);
+                const int corner = polygon.firstCorner + i;
+                const auto point =
+                    static_cast<std::size_t>(layer.corners[static_cast<std::size_t>(corner)].point);
                 text += (i == 0 ? "" : " ") + std::to_string(std::lround(layer.points[point].x));
             }
         }
