@@ -185,6 +185,33 @@ static void addCorners(st_layerReading *layer, const st_lwPolygon &polygon, bool
     }
 }
 
+// Slices of a polygon about the axis of its picture, which one run of coordinates cannot follow.
+static void addCap(st_layerReading *layer, const st_lwPolygon &polygon, const st_surfaceInScene &in,
+                   const st_cap &cap) {
+    const st_vec area = areaOf(layer->positions);
+    const auto center = static_cast<int>(layer->to->points.size());
+    layer->to->points.push_back(cap.center);
+    const auto add = [&](int number, int point, st_uv uv) {
+        const st_lwPolygonVertex &corner = polygon.vertices[number];
+        layer->to->corners.push_back({point, normalOf(corner, area, in.isReversed), uv});
+        if (layer->colorMap != nullptr)
+            layer->to->colors.push_back(colorAt(*layer, corner));
+    };
+    for (int i = 0; i < polygon.vertexCount; i++) {
+        const int next = (i + 1) % polygon.vertexCount;
+        const st_uv here = cap.uvs[static_cast<std::size_t>(i)];
+        const st_uv there = cap.uvs[static_cast<std::size_t>(i) + 1];
+        const int number = static_cast<int>(layer->to->corners.size());
+        layer->to->polygons.push_back({in.material, number, 3});
+        const auto addSide = [&](int corner, st_uv uv) {
+            add(corner, newPoint(layer, polygon.vertices[corner].index, polygon.smoothGroup), uv);
+        };
+        add(i, center, {(here.u + there.u) / 2, cap.centerV});
+        addSide(in.isReversed ? next : i, in.isReversed ? there : here);
+        addSide(in.isReversed ? i : next, in.isReversed ? here : there);
+    }
+}
+
 static void readPolygon(st_objectReading *reading, st_layerReading *layer,
                         const st_lwPolygon &polygon) {
     if (!isFace(polygon, &reading->leftOut))
@@ -197,12 +224,16 @@ static void readPolygon(st_objectReading *reading, st_layerReading *layer,
         return;
     reading->leftOut.flatPatches += polygon.type != lwID("FACE") ? 1 : 0;
     const st_surfaceInScene *in = nullptr;
+    st_cap cap;
     layer->uvs.clear();
     if (polygon.surface != nullptr) {
         const std::size_t number = reading->surfaceNumbers.at(polygon.surface);
         in = &reading->surfaces[number];
         if (in->texture != nullptr && in->isUv)
             readMap(reading, layer, polygon, number);
+        else if (in->texture != nullptr &&
+                 projectCap(in->projection, vectorOf(polygon.normal), layer->positions, &cap))
+            return addCap(layer, polygon, *in, cap);
         else if (in->texture != nullptr)
             projectPolygon(in->projection, vectorOf(polygon.normal), layer->positions, &layer->uvs);
     }

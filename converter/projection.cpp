@@ -4,6 +4,7 @@
 #include <cmath>
 
 constexpr float SMALLEST_SIZE = 1e-12F;
+constexpr float WIDEST_SLICE = 0.49F; // of a turn: at half a turn a side runs through the axis
 
 static st_vec vectorOf(const float *values) {
     return {values[0], values[1], values[2]};
@@ -101,13 +102,18 @@ static float nearest(float turns, float to) {
     return turns + std::round(to - turns);
 }
 
+// The radius below which a corner lies on the axis.
+static float nearAxis(const std::vector<st_around> &places) {
+    float radius = 0;
+    for (const st_around &place : places)
+        radius = std::fmax(radius, std::fmax(place.radius, std::fabs(place.height)));
+    return radius * 1e-5F;
+}
+
 // Turns of all corners, each less than half a turn from the one before it. Those on the axis have
 // none and get the mean of the others.
 static void unwind(std::vector<st_around> *places) {
-    float radius = 0;
-    for (const st_around &place : *places)
-        radius = std::fmax(radius, std::fmax(place.radius, std::fabs(place.height)));
-    const float onAxis = radius * 1e-5F;
+    const float onAxis = nearAxis(*places);
     float last = 0, sum = 0;
     int count = 0;
     for (st_around &place : *places) {
@@ -153,4 +159,52 @@ void projectPolygon(const st_projection &projection, st_vec normal,
     }
     default: projectFlat(projection, projection.axis, positions, uvs);
     }
+}
+
+// --------------------------------------------------------------------- about the axis
+
+static bool findAxis(const st_projection &projection, st_vec normal, st_vec onPolygon,
+                     st_vec *center) {
+    constexpr float STEEP = 0.1F;
+    st_projection turnOnly = projection;
+    turnOnly.center = {0, 0, 0};
+    const st_vec axis = {part(placeIn(turnOnly, {1, 0, 0}), projection.axis),
+                         part(placeIn(turnOnly, {0, 1, 0}), projection.axis),
+                         part(placeIn(turnOnly, {0, 0, 1}), projection.axis)};
+    const float slope = dotProduct(normal, axis);
+    if (!(std::fabs(slope) > STEEP))
+        return false;
+    *center =
+        projection.center + axis * (dotProduct(normal, onPolygon - projection.center) / slope);
+    return std::isfinite(center->x) && std::isfinite(center->y) && std::isfinite(center->z);
+}
+
+bool projectCap(const st_projection &projection, st_vec normal,
+                const std::vector<st_vec> &positions, st_cap *cap) {
+    const bool isAround =
+        projection.kind == LW_PROJECTION_CYLINDRICAL || projection.kind == LW_PROJECTION_SPHERICAL;
+    if (!isAround || positions.size() < 3 ||
+        !findAxis(projection, normal, positions[0], &cap->center))
+        return false;
+    std::vector<st_around> places;
+    places.reserve(positions.size() + 1);
+    for (const st_vec &position : positions)
+        places.push_back(around(projection.axis, placeIn(projection, position)));
+    places.push_back(places.front());
+    const float onAxis = nearAxis(places);
+    bool isForward = true, isBackward = true;
+    for (std::size_t i = 1; i < places.size(); i++) {
+        places[i].turns = nearest(places[i].turns, places[i - 1].turns);
+        const float step = places[i].turns - places[i - 1].turns;
+        const bool isSlice = places[i].radius > onAxis && std::fabs(step) < WIDEST_SLICE;
+        isForward = isForward && isSlice && step > 0;
+        isBackward = isBackward && isSlice && step < 0;
+    }
+    if (!isForward && !isBackward)
+        return false;
+    cap->uvs.clear();
+    for (const st_around &place : places)
+        cap->uvs.push_back({place.turns * projection.tilesU, heightOn(projection, place)});
+    cap->centerV = heightOn(projection, around(projection.axis, placeIn(projection, cap->center)));
+    return true;
 }

@@ -32,3 +32,14 @@ st_projection projectionOf(const st_lwTexture &texture, const st_bounds &box);
 // a cylinder or a sphere they go on beyond 1, or below 0, rather than back across the picture.
 void projectPolygon(const st_projection &projection, st_vec normal,
                     const std::vector<st_vec> &positions, std::vector<st_uv> *uvs);
+
+// A polygon that the axis goes through: its slices meet there.
+struct st_cap {
+    st_vec center;
+    float centerV;          // u is halfway between those of a slice
+    std::vector<st_uv> uvs; // of each corner, and of the first once more, a turn on
+};
+
+// False if the polygon is none, or none that slices about the axis fill.
+bool projectCap(const st_projection &projection, st_vec normal,
+                const std::vector<st_vec> &positions, st_cap *cap);
