@@ -3,6 +3,7 @@
 
 #include "checker/plainText.h"
 #include "converter/colors.h"
+#include "converter/gltfText.h"
 #include "converter/gltfValues.h"
 
 #include <algorithm>
@@ -51,9 +52,10 @@ static std::string trianglesOf(st_gltfReading &reading, const tinygltf::Primitiv
                                std::size_t vertexCount, std::vector<unsigned> *triangles) {
     constexpr const char *TOO_MUCH = "it holds more than its size allows";
     std::vector<unsigned> indices;
-    if (primitive.indices >= 0) {
+    if (const auto found = primitive.attributes.find(INDICES);
+        found != primitive.attributes.end()) {
         std::string problem =
-            readIndices(reading.file->model, primitive.indices, &reading.budget, &indices);
+            readIndices(reading.file->model, found->second, &reading.budget, &indices);
         if (!problem.empty())
             return problem;
     } else if (vertexCount <= reading.budget) {

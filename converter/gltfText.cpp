@@ -148,6 +148,24 @@ static void takeImages(json &root, st_gltfFile *file) {
     root.erase("images");
 }
 
+static void hideIndices(json &root) {
+    if (countOf(root, "meshes") == 0)
+        return;
+    for (json &mesh : root["meshes"]) {
+        if (countOf(mesh, "primitives") == 0)
+            continue;
+        for (json &primitive : mesh["primitives"]) {
+            const auto attributes = primitive.find("attributes");
+            const auto indices = primitive.find("indices");
+            if (attributes == primitive.end() || !attributes->is_object() ||
+                indices == primitive.end())
+                continue;
+            (*attributes)[INDICES] = *indices;
+            primitive.erase("indices");
+        }
+    }
+}
+
 static std::string takeBuffers(json &root, std::vector<st_gltfBuffer> *buffers) {
     if (countOf(root, "buffers") > 0)
         for (json &object : root["buffers"]) {
@@ -195,6 +213,7 @@ std::string tameGltfText(std::string *text, st_gltfFile *file,
     if (!problem.empty())
         return problem;
     takeImages(root, file);
+    hideIndices(root);
     *text = root.dump(-1, ' ', false, json::error_handler_t::replace);
     return "";
 }

@@ -7,6 +7,10 @@
 
 #include "converter/gltfFile.h"
 
+// Where a primitive's indices are found among its attributes: tinygltf refuses those that are no
+// more than the values that a sparse accessor replaces.
+constexpr const char *INDICES = " indices";
+
 // Where a buffer's bytes come from.
 struct st_gltfBuffer {
     std::string address = {};             // as written; "" for the rest of a .glb

@@ -224,12 +224,15 @@ std::string readIndices(const tinygltf::Model &model, int index, std::size_t *bu
     const int type = accessor->componentType;
     if (!isIndexType(type) || accessor->type != TINYGLTF_TYPE_SCALAR)
         return "indices are of the wrong kind";
-    const st_elements elements = elementsOf(model, accessor->bufferView, accessor->byteOffset,
-                                            accessor->count, sizeOf(type), &problem);
-    if (elements.bytes == nullptr)
-        return problem;
-    indices->resize(accessor->count);
-    for (std::size_t i = 0; i < accessor->count; i++)
+    st_elements elements = {};
+    if (accessor->bufferView >= 0) {
+        elements = elementsOf(model, accessor->bufferView, accessor->byteOffset, accessor->count,
+                              sizeOf(type), &problem);
+        if (elements.bytes == nullptr)
+            return problem;
+    }
+    indices->assign(accessor->count, 0);
+    for (std::size_t i = 0; i < accessor->count && elements.bytes != nullptr; i++)
         (*indices)[i] = indexAt(elements.bytes + i * elements.stride, type);
     return forSparse(model, *accessor, sizeOf(type),
                      [&](std::size_t row, const unsigned char *bytes) {

@@ -67,6 +67,16 @@ TEST(GltfReader, readsVerticesHoweverTheyAreStored) {
     sparse.accessors[0].replace(0, sparse.accessors[0].find(',') + 1, ""); // zeros below it
     EXPECT_EQ(shape(readModel(sparse)), "0 7 0");
 
+    GltfModel zeros = zigzag(); // as indices, but for two of them
+    const int which = zeros.view(littleNumbers<std::uint8_t>({1, 2}));
+    const int others = zeros.view(littleNumbers<std::uint16_t>({4, 3}));
+    zeros.accessors.push_back(
+        std::string(SHORT_INDEX) +
+        R"(,"count":3,"sparse":{"count":2,"indices":{"componentType":5121,"bufferView":)" +
+        std::to_string(which) + R"(},"values":{"bufferView":)" + std::to_string(others) + "}}");
+    zeros.primitive(R"("attributes":{"POSITION":0},"indices":1)");
+    EXPECT_EQ(shape(readModel(zeros)), "0 4 3");
+
     GltfModel interleaved;
     interleaved.view(floats({0, 0, 0, 9, 1, 0, 0, 9, 2, 1, 0, 9}), ",\"byteStride\":16");
     interleaved.accessors = {std::string(R"("bufferView":0,"count":3,)") + FLOAT_VEC3};
