@@ -30,7 +30,7 @@ TEST(ObjReader, makesPolygonsOfFaces) {
          "points-and-lines curves!"},
         {"wild numbers", "v 1e999999999999 nan 1e-99999\nv 1 0 0\nv 2 0 0\nf 1 2 3\n", "0 1 2", ""},
         {"nothing", POINTS + "l 1 2\n", "it holds no polygons", "points-and-lines"},
-        {"other things", std::string(1000, 'f') + "\n\0\nf", "it holds no polygons", ""},
+        {"other things", std::string(1000, 'f') + "\n" + '\0' + "\nf", "it holds no polygons", ""},
     };
     for (const Case &test : cases) {
         SCOPED_TRACE(test.name);

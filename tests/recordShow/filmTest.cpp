@@ -96,7 +96,8 @@ static Samples fadedMusic() {
     Samples music = makeMusic();
     const double length = static_cast<double>(music.size()) / 2;
     for (std::size_t n = 0; n < music.size(); n++) {
-        const double left = length - static_cast<double>(n / 2);
+        const std::size_t frame = n / 2;
+        const double left = length - static_cast<double>(frame);
         music[n] = static_cast<std::int16_t>(music[n] * std::min(1.0, left / (length / 10)));
     }
     return music;

@@ -87,7 +87,7 @@ static std::string makeObject(const st_options &options, st_scene scene,
                               std::vector<st_outputFile> *files, std::vector<st_finding> *lost) {
     const fs::path out = options.out;
     st_objectFiles made;
-    const std::string problem = objectFiles(std::move(scene), out.stem().string(), &made, lost);
+    std::string problem = objectFiles(std::move(scene), out.stem().string(), &made, lost);
     for (st_pictureFile &picture : made.pictures)
         files->push_back({(out.parent_path() / picture.name).string(), std::move(picture.bytes)});
     files->push_back({options.out, std::move(made.object)});
