@@ -342,6 +342,15 @@ function memoryOf(root) {
   return sum(String(root));
 }
 
+test('shows the last of two that were opened at once, though the first is converted', () =>
+  withView({}, async (page) => {
+    execFileSync(LWOCONVERT, ['--quiet', join(files, 'tree3d.lwo'), join(files, 'first.glb')]);
+    await choose(page, '#files', join(files, 'first.glb'));
+    await open(page, 'sol.lwo', 'sunface.tga');
+    await new Promise((wait) => setTimeout(wait, 1500));
+    assert.equal(await textOf(page, '#name'), 'sol.lwo');
+  }));
+
 test('gives the memory of a hundred models back', () =>
   withView({}, async (page) => {
     const LEAK = 800; // MB: eighty programs of 10 MB, where browsers may collect late

@@ -2,20 +2,24 @@
 //
 //   const { files, findings } = await convert(model, files, 'tree.lwo');
 //
-// Throws a Trouble. Once it is stopped, the promise never ends.
+// Throws a Trouble. Once it is stopped, or another one is asked for, the promise never ends.
 import { fetchProgram } from './program.js';
 import { Trouble } from '../trouble.js';
 
 let worker = null;
+let asked = 0; // conversions, counting what stops them
 
 export function stopConverting() {
+  asked++;
   worker?.terminate();
   worker = null;
 }
 
 export async function convert(model, files, out) {
-  const program = await fetchProgram('convert.wasm.gz');
   stopConverting();
+  const order = asked;
+  const program = await fetchProgram('convert.wasm.gz');
+  if (order !== asked) await new Promise(() => {});
   const mine = new Worker(new URL('convertWorker.js', import.meta.url), { type: 'module' });
   worker = mine;
   try {
