@@ -22,6 +22,7 @@ export function watchPointers(stage, viewer) {
   stage.addEventListener('pointerdown', (event) => {
     if (!onModel(event)) return;
     event.preventDefault();
+    if (event.isPrimary) pointers.clear(); // of a canvas that is gone nothing was heard
     viewer.canvas.focus({ preventScroll: true });
     viewer.canvas.setPointerCapture(event.pointerId);
     pointers.set(event.pointerId, { x: event.clientX, y: event.clientY });
