@@ -7,15 +7,16 @@ export const MOST = 5000; // of a folder
 
 const named = (file, path) => ({ name: file.name, path: path.replace(/^\//, ''), blob: file });
 
-// All files below a dropped entry, as many as may be.
+// All files below a dropped entry that can be read, as many as may be.
 async function addEntry(entry, files) {
   if (files.length >= MOST) return;
   if (entry.isFile) {
-    files.push(named(await new Promise((resolve, reject) => entry.file(resolve, reject)), entry.fullPath));
+    const file = await new Promise((resolve) => entry.file(resolve, () => resolve(null)));
+    if (file) files.push(named(file, entry.fullPath));
     return;
   }
   const reader = entry.createReader();
-  const next = () => new Promise((resolve, reject) => reader.readEntries(resolve, reject));
+  const next = () => new Promise((resolve) => reader.readEntries(resolve, () => resolve([])));
   for (let some = await next(); some.length > 0; some = await next())
     for (const inside of some) await addEntry(inside, files);
 }
@@ -35,7 +36,7 @@ export const chosenFiles = (list) => [...list].slice(0, MOST).map((file) => name
 async function looksLikeModel({ name, blob }) {
   if (MODEL.test(name)) return true;
   if (OTHER.test(name)) return false;
-  const head = await blob.slice(0, 12).text();
+  const head = await blob.slice(0, 12).text().catch(() => '');
   return /^FORM[^]{4}LWO[2B]/.test(head);
 }
 

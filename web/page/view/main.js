@@ -58,7 +58,7 @@ const viewer = makeViewer(byId('look'), {
 });
 const lookPane = makeLookPane(byId('pane-look'), viewer);
 makeTabs(byId('tabs'));
-let opened = null; // { model, source, textures } that is shown: its file, those beside it, names
+let opened = null; // { model, source, textures, missing } that is shown: its file, those beside it, names
 let lostAt = -Infinity;
 let asked = 0; // how often something was to be opened
 
@@ -114,7 +114,7 @@ async function openModel(model, source) {
   showBusy(`Opening ${model.name} …`, 0);
   try {
     const result = isForeign(model) ? await openForeign(model, source) : await viewer.open(model, source);
-    opened = { model, source: { ...source, files: result.files }, textures: result.report.textures };
+    opened = { model, source: { ...source, files: result.files }, textures: result.report.textures, missing: result.missing };
     if (byId('welcome').contains(document.activeElement)) viewer.canvas.focus(); // what has it goes
     document.body.dataset.state = 'open';
     showModel(result);
@@ -136,12 +136,22 @@ function listOthers(models, source) {
   choose();
 }
 
+// Whether the model that is shown asks for a file of this name, or it is a coarser level of it.
+function isAskedFor({ name }) {
+  const asks = [...opened.textures, ...opened.missing].some((texture) => stem(texture).toLowerCase() === stem(name).toLowerCase());
+  return asks || isForeign(opened.model) || name.startsWith(opened.model.name);
+}
+
 async function openFiles(files) {
-  if (files.length === 0) return;
+  if (files.length === 0) {
+    showTrouble(new Trouble('There is no file in it that can be read.'));
+    return;
+  }
   const models = await modelsAmong(files);
   if (files.length >= MOST) say(`There are many files: the first ${MOST.toLocaleString('en')} were looked at.`);
   if (models.length === 0) {
-    if (opened) addTextures(files);
+    if (opened && files.some(isAskedFor)) addTextures(files);
+    else if (opened) say('There is no model in it, and no texture that this one asks for.');
     else showTrouble(new Trouble('There is no model among these files. LightWave objects end in .lwo, others that can be read in .glb, .gltf and .obj.'));
     return;
   }
