@@ -14,6 +14,14 @@ function neededBy({ model, source, textures }) {
   return besides(source.files).filter((file) => isForeign(model) || named.has(stem(file.name).toLowerCase()));
 }
 
+// Coarser levels are files of their own, found by the name of the finest.
+function levelsLeftOut({ model, source }, ending) {
+  const names = source.files.map(({ name }) => name).filter((name) => name.startsWith(model.name) && /^\d+$/.test(name.slice(model.name.length)));
+  if (names.length === 0) return [];
+  const remedy = ending === '.lwo' ? 'put them beside it as they are, with their textures' : '';
+  return [{ note: true, what: `coarser levels of detail (${names.sort().join(', ')})`, consequence: 'left out', remedy }];
+}
+
 async function pack(files) {
   const { zipSync } = await import('./fflate.js');
   const entries = {};
@@ -44,7 +52,10 @@ export function makeSaving({ viewer, getOpened, showBusy, showTrouble }) {
   const converted = (ending) => async () => {
     const out = nameWith(ending);
     showBusy(`Making ${out} …`, 0.3);
-    const { files, findings } = await convert(getOpened().model, neededBy(getOpened()), out);
+    const left = levelsLeftOut(getOpened(), ending);
+    const made = await convert(getOpened().model, neededBy(getOpened()), out);
+    const { files } = made;
+    const findings = [...made.findings, ...left];
     if (files.length === 1) return { name: out, blob: files[0].blob, findings };
     return { name: nameWith('.zip'), blob: await pack(files), findings };
   };
