@@ -111,6 +111,7 @@ async function openModel(model, source) {
   const mine = ++asked;
   stopConverting();
   byId('trouble').hidden = true;
+  say(''); // of the last one
   showBusy(`Opening ${model.name} …`, 0);
   try {
     const result = isForeign(model) ? await openForeign(model, source) : await viewer.open(model, source);
@@ -148,7 +149,6 @@ async function openFiles(files) {
     return;
   }
   const models = await modelsAmong(files);
-  if (files.length >= MOST) say(`There are many files: the first ${MOST.toLocaleString('en')} were looked at.`);
   if (models.length === 0) {
     if (opened && files.some(isAskedFor)) addTextures(files);
     else if (opened) say('There is no model in it, and no texture that this one asks for.');
@@ -158,6 +158,7 @@ async function openFiles(files) {
   history.replaceState(null, '', location.pathname);
   const source = { files, base: null };
   if (await openModel(models[0], source)) listOthers(models, source);
+  if (files.length >= MOST) say(`There are many files: the first ${MOST.toLocaleString('en')} were looked at.`);
 }
 
 // Later ones count, under the name that was asked for when it was.
