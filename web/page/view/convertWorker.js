@@ -27,6 +27,7 @@ async function convert({ program, model, files, out }) {
     const names = FS.readdir(MADE).filter((name) => !name.startsWith('.'));
     return { ...answer, files: names.map((name) => ({ name, blob: new Blob([FS.readFile(`${MADE}/${name}`)]) })) };
   } catch (cause) {
+    if (cause instanceof DOMException && /^Not(Found|Readable)/.test(cause.name)) return { problem: 'a file cannot be read any more: choose it again' };
     const memory = /memory|OOM|alloc/i.test(`${said.at(-1)} ${cause.message}`);
     return { problem: memory ? 'there is not enough memory for it in a browser' : `the converter cannot go on (${said.at(-1) ?? cause.message})` };
   }

@@ -164,6 +164,7 @@ const CALLS = {
 
 function inWords(cause) {
   if (cause instanceof Problem) return cause.message;
+  if (cause instanceof DOMException && /^Not(Found|Readable)/.test(cause.name)) return 'a file cannot be read any more: choose it again';
   if (/memory|OOM|alloc/i.test(`${said.at(-1)} ${cause.message}`)) return 'there is not enough memory for it in a browser';
   return `the viewer cannot go on (${said.at(-1) ?? cause.message})`;
 }
