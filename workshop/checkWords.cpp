@@ -7,14 +7,29 @@
 #include "workshop/screenPicture.h"
 #include "workshop/text.h"
 
+#include <algorithm>
 #include <set>
 
 static void complain(st_wordsFile *file, const st_phrase &phrase, const std::string &text) {
     file->problems.push_back({phrase.line, phrase.column, text});
 }
 
-// Whether the font has them all.
+// Lines are set one letter after another from left to right, whatever the font could do.
+static bool checkDirection(st_wordsFile *file, const st_phrase &phrase) {
+    const std::u32string letters = lettersOf(phrase.text);
+    const auto found = std::find_if(letters.begin(), letters.end(), runsLeft);
+    if (found == letters.end())
+        return true;
+    file->problems.push_back(
+        letterProblem(*file, phrase, *found,
+                      "words that run from right to left cannot be set: " + sayLetter(*found)));
+    return false;
+}
+
+// Whether the font has them all, and they can be set.
 static bool checkLetters(st_wordsFile *file, const st_phrase &phrase) {
+    if (!checkDirection(file, phrase))
+        return false;
     std::set<char32_t> lacking;
     for (const char32_t letter : lettersOf(phrase.text))
         if (!fontHas(letter))

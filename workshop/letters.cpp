@@ -47,6 +47,12 @@ std::string composed(const std::string &text) {
     return result;
 }
 
+bool runsLeft(char32_t letter) {
+    const auto bidi = static_cast<utf8proc_bidi_class_t>(
+        utf8proc_get_property(static_cast<utf8proc_int32_t>(letter))->bidi_class);
+    return bidi == UTF8PROC_BIDI_CLASS_R || bidi == UTF8PROC_BIDI_CLASS_AL;
+}
+
 std::string sayLetter(char32_t letter) {
     char number[16];
     std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(letter));

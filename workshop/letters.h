@@ -12,6 +12,9 @@ std::string textOf(const std::u32string &letters);
 // With marks joined to their letters wherever Unicode has the two as one (NFC).
 std::string composed(const std::string &text);
 
+// Whether its script runs from right to left, as Arabic and Hebrew do.
+bool runsLeft(char32_t letter);
+
 // For people: 'ж' (U+0436), or the number alone for what cannot be seen.
 std::string sayLetter(char32_t letter);
 

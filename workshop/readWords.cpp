@@ -166,6 +166,13 @@ static void readColor(st_wordsFile *file, const toml::node &node, const std::str
                         "each from 00 to FF");
 }
 
+static void readAddress(st_wordsFile *file, const toml::node &node, st_phrase *address) {
+    if (!readPhrase(file, node, "address", false, address) || address->text.empty())
+        return;
+    if (address->text.rfind("https://", 0) != 0 && address->text.rfind("http://", 0) != 0)
+        complain(file, node.source(), "address has to begin with https:// or http://");
+}
+
 static void readLogo(st_wordsFile *file, const toml::node &node, st_phrase *logo) {
     if (!readPhrase(file, node, "text", false, logo))
         return;
@@ -211,7 +218,10 @@ static std::vector<st_wordsSection> sectionsOf(st_wordsFile *file) {
             {"music", false, {path("file", &words.music)}},
             {"picture", false, {path("screen", &words.screen)}},
             {"letters", false, {path("font", &words.font)}},
-            {"page", false, {phrase("address", &words.address)}},
+            {"page",
+             false,
+             {{"address",
+               [=](const toml::node &node) { readAddress(file, node, &file->words.address); }}}},
             palette};
 }
 
@@ -246,8 +256,16 @@ static void readSection(st_wordsFile *file, const st_wordsSection &section,
     }
     for (const st_wordsKey &key : section.keys)
         if (section.needed && key.needed && !table->contains(key.name))
-            complain(file, node.source(),
-                     std::string(title).append(" says nothing of ").append(key.name));
+            complain(file, node.source(), std::string(title).append(" lacks ").append(key.name));
+}
+
+// The first section, as "[sign]", that has a key of that name; "" for none.
+static std::string sectionWith(const std::vector<st_wordsSection> &sections,
+                               const std::string &key) {
+    for (const st_wordsSection &section : sections)
+        if (findNamed(section.keys, key) != nullptr)
+            return "[" + std::string(section.name) + "]";
+    return "";
 }
 
 static void readSections(st_wordsFile *file, const toml::table &whole) {
@@ -256,6 +274,10 @@ static void readSections(st_wordsFile *file, const toml::table &whole) {
         const std::string name(key.str());
         if (const st_wordsSection *known = findNamed(sections, name))
             readSection(file, *known, value);
+        else if (const std::string title = sectionWith(sections, name);
+                 !value.is_table() && !title.empty())
+            complain(file, key.source(),
+                     std::string(name).append(" stands in no section; it belongs below ") + title);
         else
             complain(file, key.source(),
                      "there is no section [" + name + "]" + suggestion(name, namesOf(sections)));
@@ -266,10 +288,28 @@ static void readSections(st_wordsFile *file, const toml::table &whole) {
                 {0, 0, "the section [" + std::string(section.name) + "] is missing"});
 }
 
+// What somebody who has never heard of TOML may have done; "" where the parser's words will do.
+static std::string adviceFor(const std::string &description) {
+    const struct {
+        const char *said, *advice;
+    } cases[] = {
+        {"utf-8", "save the file as UTF-8 text"},
+        {"value type", "text has to stand between straight quotation marks, \"...\""},
+        {"control characters", "is the quotation mark at the end of the line missing?"},
+        {"unicode scalar", "write / for \\ in the name of a file"},
+        {"escape sequence", "write / for \\ in the name of a file"},
+    };
+    for (const auto &c : cases)
+        if (description.find(c.said) != std::string::npos)
+            return std::string("; ") + c.advice;
+    return "";
+}
+
 static void readSource(st_wordsFile *file) {
     toml::parse_result result = toml::parse(file->source, file->path);
     if (!result) {
-        complain(file, result.error().source(), std::string(result.error().description()));
+        const std::string description(result.error().description());
+        complain(file, result.error().source(), description + adviceFor(description));
         return;
     }
     readSections(file, result.table());

@@ -36,7 +36,7 @@ TEST(Words, whatIsWrongIsSaidWithItsPlace) {
     } cases[] = {
         {"[sign]\nname='A'\n" + std::string(REST), ""},
         {"[sign]\nnme='A'\n" + std::string(REST),
-         ":1:1: [sign] says nothing of name\n:2:1: [sign] has no key nme; name is meant?\n"},
+         ":1:1: [sign] lacks name\n:2:1: [sign] has no key nme; name is meant?\n"},
         {"[sgin]\nname='A'\n" + std::string(REST),
          ": the section [sign] is missing\n:1:2: there is no section [sgin]; sign is meant?\n"},
         {"[sign]\nname=2003\nline=[]\n" + std::string(REST),
@@ -47,7 +47,18 @@ TEST(Words, whatIsWrongIsSaidWithItsPlace) {
          ":1:6: sign has to be a section, [sign], not a number without quotation marks\n"},
         {"[sign]\nname='A\n" + std::string(REST),
          ":2:8: Error while parsing literal string: control characters other than TAB (U+0009) are "
-         "explicitly prohibited\n"},
+         "explicitly prohibited; is the quotation mark at the end of the line missing?\n"},
+        {"[sign]\nname=\xE2\x80\x9C"
+         "A\xE2\x80\x9D\n" +
+             std::string(REST),
+         ":2:6: Error while parsing value: could not determine value type; text has to stand "
+         "between straight quotation marks, \"...\"\n"},
+        {"[sign]\nname='\xE5'\n" + std::string(REST),
+         ":2:6: Encountered invalid utf-8 sequence; save the file as UTF-8 text\n"},
+        {"[sign]\nname='A'\n[page]\naddress='party.example'\n" + std::string(REST),
+         ":4:9: address has to begin with https:// or http://\n"},
+        {"name='A'\n[sign]\nname='A'\n" + std::string(REST),
+         ":1:1: name stands in no section; it belongs below [sign]\n"},
         {"[logo]\ntext='four'\n[sign]\nname='A'\n[scroll]\ntext='x'\n[greetings]\nfirst='a'\n"
          "second=[]\nthird=['a','b','c','d','e','f','g','h','i','j','k','l','m',true]\n",
          ":2:6: the logo has 4 letters; one to three fit on the block\n"
@@ -90,6 +101,18 @@ TEST(Words, readTidiedComposedAndFromTheFilesOwnFolder) {
     EXPECT_EQ(file.words.music.text, testPath("tune.mp3"));
     EXPECT_EQ(file.words.palette[6], 0x0102FFU);
     EXPECT_EQ(file.words.palette[0], DEFAULT_PALETTE[0]);
+}
+
+TEST(Words, lettersThatCannotBeSetAreSaidWithTheirPlace) {
+    st_wordsFile file =
+        readSource("[sign]\nname='A \u2603'\nline='\u05E9\u05DC'\n" + std::string(REST));
+    checkWords(&file, WORKSHOP_FONT);
+    EXPECT_EQ(sayProblems(file),
+              file.path +
+                  ":2:9: the font has no letter '\u2603' (U+2603); [letters] font takes another "
+                  "font\n" +
+                  file.path +
+                  ":3:7: words that run from right to left cannot be set: '\u05E9' (U+05E9)\n");
 }
 
 // ------------------------------------------------------------------------------ pictures
