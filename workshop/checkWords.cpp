@@ -103,7 +103,9 @@ static void checkFiles(st_wordsFile *file) {
         st_picture ignored;
         const std::string problem = readScreenPicture(words.screen.text, &ignored);
         if (!problem.empty())
-            complain(file, words.screen, words.screen.text + " cannot be shown: " + problem);
+            complain(file, words.screen,
+                     words.screen.text + " cannot be shown: " + problem +
+                         "; PNG, JPEG, GIF, BMP, PSD and TGA can");
     }
     if (isToBeRead(*file, words.music) && !plays(words.music.text))
         complain(file, words.music,

@@ -116,7 +116,7 @@ file = "note.txt"
 my.toml:6:8: the font has no letter 'Ж' (U+0416); [letters] font takes another font
 my.toml:6:18: the font has no letter 'ж' (U+0436); [letters] font takes another font
 my.toml:9:12: the font has no letter 'ж' (U+0436); [letters] font takes another font
-my.toml:12:10: note.txt cannot be shown: it is no picture of a known kind
+my.toml:12:10: note.txt cannot be shown: it is no picture of a known kind; PNG, JPEG, GIF, BMP, PSD and TGA can
 my.toml:14:8: note.txt is no music that could be played; MP3, Ogg, FLAC, WAV and modules can
 )");
     EXPECT_FALSE(fs::exists(directory + "/out"));
