@@ -84,7 +84,7 @@ st_wheelPlan planWheel(std::size_t wheel, std::size_t usual) {
 
 st_lineRoom spokeRoom(float size, float breadth) {
     constexpr float MARGIN = 0.16F;
-    return {WHEEL_RIM - WHEEL_HUB - MARGIN, size * breadth, size * breadth, 0.11F, 0};
+    return {WHEEL_RIM - WHEEL_HUB - MARGIN, size * breadth, size * breadth, 0.105F, 0};
 }
 
 // ------------------------------------------------------------------------- scroll text

@@ -60,7 +60,7 @@ struct st_wheelPlan {
 
 st_wheelPlan planWheel(std::size_t wheel, std::size_t usual);
 
-constexpr float WHEEL_HUB = 0.44F; // where names begin
+constexpr float WHEEL_HUB = 0.70F; // where names begin: nearer, the scroll text hides them
 constexpr float WHEEL_RIM = 2.05F; // where the wheel ends
 
 // For names on spokes of that breadth; size: of letters on usual ones.
