@@ -28,15 +28,17 @@ struct st_filmFormat {
     std::vector<const char *> options; // of ffmpeg
 };
 
+// -subq 1: a fifth less work, for files a tenth larger that look the same.
 static const st_filmFormat formats[] = {
     {".mp4",
-     {"-c:v", "libx264", "-preset", "veryfast", "-crf", "18", "-c:a", "aac", "-b:a", "192k",
-      "-movflags", "+faststart", "-f", "mp4"}},
+     {"-c:v", "libx264", "-preset", "veryfast", "-subq", "1", "-crf", "18", "-c:a", "aac", "-b:a",
+      "192k", "-movflags", "+faststart", "-f", "mp4"}},
     {".webm",
      {"-c:v", "libvpx-vp9", "-crf", "30", "-b:v", "0", "-deadline", "realtime", "-cpu-used", "6",
       "-row-mt", "1", "-c:a", "libopus", "-b:a", "160k", "-f", "webm"}},
     {".mkv",
-     {"-c:v", "libx264", "-preset", "veryfast", "-crf", "18", "-c:a", "flac", "-f", "matroska"}},
+     {"-c:v", "libx264", "-preset", "veryfast", "-subq", "1", "-crf", "18", "-c:a", "flac", "-f",
+      "matroska"}},
 };
 
 const char *const filmEndings = ".mp4, .webm or .mkv";
