@@ -162,7 +162,7 @@ export function makeControls(music, act, say) {
       const chapter = chapterAt(at);
       const time = timeText(at);
       line.value = at;
-      line.style.setProperty('--done', `${(100 * at) / lastFrame}%`);
+      line.parentElement.style.setProperty('--done', `${(100 * at) / lastFrame}%`);
       if (byId('time').dataset.shown === time + chapter.name) return; // once a second is enough
       byId('time').dataset.shown = time + chapter.name;
       byId('time').textContent = `${time} / ${timeText(lastFrame)}`;
