@@ -409,6 +409,16 @@ test('fits a telephone, and every thing to press is large enough for a finger', 
     }
     const [canvas, panel] = await page.evaluate(() => ['#look', '#panel'].map((id) => document.querySelector(id).getBoundingClientRect().toJSON()));
     assert.ok(canvas.height > 300 && panel.top >= canvas.bottom - 1);
+    for (const [width, height] of [[360, 700], [740, 360], [568, 320]]) { // sideways, too
+      await page.setViewport({ width, height });
+      await narrow();
+      const [picture, tools] = await page.evaluate(() => ['#look', '.tools'].map((id) => document.querySelector(id).getBoundingClientRect().toJSON()));
+      const middle = (from, size) => [from + size / 6, from + (5 * size) / 6];
+      const [left, right] = middle(picture.left, picture.width);
+      const [top, bottom] = middle(picture.top, picture.height);
+      assert.ok(tools.left >= right || tools.right <= left || tools.top >= bottom || tools.bottom <= top, `tools cover the model at ${width} x ${height}`);
+      assert.ok(tools.top >= picture.top && tools.bottom <= picture.bottom);
+    }
   }));
 
 async function violations(page) {
