@@ -1,9 +1,10 @@
 // The bar, the keys, touch and the chapters: what a viewer can do while the show stands or plays.
 import { CHAPTERS, FRAMES_A_SECOND, chapterAt, timeText } from './chapters.js';
+import { byId, make } from './dom.js';
+import { fullScreenElement, hasFullScreen, leaveFullScreen, toggleFullScreen } from './fullScreen.js';
 
 const BAR_STAYS = 2600; // milliseconds after the last movement
 const LEAP = 5 * FRAMES_A_SECOND;
-const byId = (id) => document.getElementById(id);
 
 // Calls act with what the viewer asks for; nothing here knows the show.
 //   act: { begin(), toggle(), seek(frame), end() }
@@ -67,20 +68,11 @@ export function makeControls(music, act, say) {
   };
   byId('volume').addEventListener('input', setLoudness);
 
-  const fullElement = () => document.fullscreenElement ?? document.webkitFullscreenElement;
-  const leaveFull = () => (document.exitFullscreen ?? document.webkitExitFullscreen).call(document);
   const toggleFull = async () => {
-    try {
-      if (fullElement()) await leaveFull();
-      else {
-        await (stage.requestFullscreen ?? stage.webkitRequestFullscreen).call(stage);
-        await screen.orientation?.lock?.('landscape').catch(() => {}); // telephones
-      }
-    } catch {
-      say('This browser keeps the page in its window.');
-    }
+    await toggleFullScreen(stage, say);
+    if (fullScreenElement()) screen.orientation?.lock?.('landscape').catch(() => {}); // telephones
   };
-  byId('full').hidden = !(document.fullscreenEnabled ?? document.webkitFullscreenEnabled);
+  byId('full').hidden = !hasFullScreen();
 
   const copyLink = async () => {
     const link = new URL(location.href);
@@ -110,19 +102,14 @@ export function makeControls(music, act, say) {
 
   const chapterButtons = CHAPTERS.map((chapter) => {
     if (chapter.frame > 0) {
-      const mark = document.createElement('i');
+      const mark = make('i');
       mark.style.left = `${(100 * chapter.frame) / lastFrame}%`;
       byId('marks').append(mark);
     }
-    const button = document.createElement('button');
-    const time = document.createElement('small');
-    time.textContent = timeText(chapter.frame);
-    button.type = 'button';
-    button.append(chapter.name, time);
+    const time = make('small', {}, timeText(chapter.frame));
+    const button = make('button', { type: 'button', className: 'pill' }, chapter.name, time);
     button.addEventListener('click', () => act.seek(chapter.frame));
-    const item = document.createElement('li');
-    item.append(button);
-    byId('chapters').append(item);
+    byId('chapters').append(make('li', {}, button));
     return button;
   });
 
@@ -146,7 +133,7 @@ export function makeControls(music, act, say) {
     const ownKeys = on.matches?.('button, a, summary') ? [' '] : on === byId('volume') ? ['ArrowLeft', 'ArrowRight', 'Home'] : [];
     const key = event.key.length === 1 ? event.key.toLowerCase() : event.key;
     if (!(key in KEYS) || ownKeys.includes(key)) return;
-    if (key === 'Home' && scrollY > 0 && !fullElement()) return; // to the start of the page first
+    if (key === 'Home' && scrollY > 0 && !fullScreenElement()) return; // to the start of the page first
     if (event.repeat && !key.startsWith('Arrow')) return;
     event.preventDefault();
     KEYS[key]();
@@ -156,7 +143,7 @@ export function makeControls(music, act, say) {
   setLoudness();
   showMute();
   return {
-    leaveFull() { if (fullElement()) leaveFull(); },
+    leaveFull() { if (fullScreenElement()) leaveFullScreen(); },
     showFrame(at) {
       frame = at;
       const chapter = chapterAt(at);

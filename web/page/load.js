@@ -48,7 +48,7 @@ function hasWasm() {
   }
 }
 
-export function hasWebGl() {
+function hasWebGl() {
   return document.createElement('canvas').getContext('webgl2') !== null;
 }
 

@@ -4,12 +4,13 @@
 //   show.seek(5000); show.play(); show.pause();
 //   show.frame; show.lastFrame;
 import { makeControls } from './controls.js';
+import { byId } from './dom.js';
 import { loadShow } from './load.js';
 import { makeMusic } from './music.js';
+import { makeNote } from './note.js';
 import { makePlayer } from './player.js';
 import { fitCanvas, watchStage } from './stage.js';
 
-const byId = (id) => document.getElementById(id);
 const stage = byId('player');
 const canvas = byId('stage');
 const LAST_FRAME = Number(byId('time-line').max);
@@ -22,13 +23,7 @@ function askedFrame() {
 
 // ------------------------------------------------------------------ messages
 
-let noteEnds = 0;
-function say(text, stays = 3500) {
-  clearTimeout(noteEnds);
-  byId('note').textContent = text;
-  byId('note').classList.toggle('shown', text !== '');
-  if (text !== '' && stays !== Infinity) noteEnds = setTimeout(() => say(''), stays);
-}
+const say = makeNote(byId('note'), 3500);
 
 function showTrouble(trouble) {
   byId('trouble-text').textContent = trouble.message;

@@ -3,7 +3,7 @@
 //   const pane = makeLookPane(byId('pane-look'), viewer);
 //   pane.open(report); pane.show(state);
 import { GROUPS, SELECTED, SELECTING } from './controls.js';
-import { make } from './dom.js';
+import { make } from '../dom.js';
 
 const KEY_NAMES = { '\t': '' };
 

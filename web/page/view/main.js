@@ -2,7 +2,7 @@
 import { makeLookPane } from './lookPane.js';
 import { ALL, inWords, isKey } from './controls.js';
 import { convert, stopConverting } from './converter.js';
-import { byId, make } from './dom.js';
+import { byId, make } from '../dom.js';
 import { MOST, besides, chosenFiles, droppedFiles, isForeign, modelsAmong, nameAt, stem } from './files.js';
 import { watchPointers } from './pointers.js';
 import { showContents, showFindings } from './reportPanes.js';
@@ -10,6 +10,8 @@ import { makeSaving } from './saving.js';
 import { makeTabs } from './tabs.js';
 import { makeViewer } from './viewer.js';
 import { fetchBytes } from '../fetch.js';
+import { hasFullScreen, toggleFullScreen } from '../fullScreen.js';
+import { makeNote } from '../note.js';
 import { Trouble } from '../trouble.js';
 
 const ARROW = 30; // pixels, as in lwoview
@@ -18,13 +20,7 @@ const ARROWS = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], Arrow
 
 // ------------------------------------------------------------------ messages
 
-let noteEnds = 0;
-function say(text, stays = 5000) {
-  clearTimeout(noteEnds);
-  byId('note').textContent = text;
-  byId('note').classList.toggle('shown', text !== '');
-  if (text !== '') noteEnds = setTimeout(() => say(''), stays);
-}
+const say = makeNote(byId('note'), 5000);
 
 function showTrouble(trouble) {
   byId('trouble-text').textContent = trouble.message;
@@ -252,14 +248,8 @@ watchPointers(byId('look'), viewer);
 for (const button of document.querySelectorAll('.tools [data-key]'))
   button.addEventListener('click', () => lookPane.press(button.dataset.key));
 
-byId('full').addEventListener('click', async () => {
-  try {
-    if (document.fullscreenElement) await document.exitFullscreen();
-    else await byId('look').requestFullscreen();
-  } catch {
-    say('This browser keeps the page in its window.');
-  }
-});
+byId('full').hidden = !hasFullScreen();
+byId('full').addEventListener('click', () => toggleFullScreen(byId('look'), say));
 
 function showPanel(shown) {
   document.body.classList.toggle('alone', !shown);

@@ -1,7 +1,7 @@
 // What lwoinfo says, as tables, and what its check finds, as advice.
 //
 //   showContents(byId('pane-contents'), report); showFindings(byId('pane-check'), findings);
-import { make } from './dom.js';
+import { make } from '../dom.js';
 
 const MOST_ROWS = 300;
 

@@ -4,7 +4,7 @@
 //
 // getOpened() is { model, source, textures }: its file, those beside it, the names it asks for.
 import { convert } from './converter.js';
-import { byId, make } from './dom.js';
+import { byId, make } from '../dom.js';
 import { besides, isForeign, save, stem } from './files.js';
 import { findingCards } from './reportPanes.js';
 

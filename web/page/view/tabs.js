@@ -20,5 +20,4 @@ export function makeTabs(list) {
     choose(next);
     next.focus();
   });
-  return { choose: (id) => choose(document.getElementById(id)) };
 }
