@@ -51,8 +51,11 @@ export async function modelsAmong(files) {
 // Without its ending.
 export const stem = (name) => name.replace(/\.[^.]*$/, '');
 
-// What a model may be made of: all that is no model itself.
-export const besides = (files) => files.filter((file) => !/\.(lwo\d*|glb|gltf|obj)$/i.test(file.name));
+// Textures come in other cases of letters and with other endings than models have them.
+export const haveSameStem = (a, b) => stem(a).toLowerCase() === stem(b).toLowerCase();
+
+// Coarser levels of detail are files of their own, found by the name of the finest.
+export const isLevelOf = (name, finest) => name.startsWith(finest) && /^\d+$/.test(name.slice(finest.length));
 
 // Models that are converted before they are shown.
 export const isForeign = ({ name }) => /\.(glb|gltf|obj)$/i.test(name);

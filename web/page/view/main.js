@@ -3,7 +3,7 @@ import { makeLookPane } from './lookPane.js';
 import { ALL, inWords, isKey } from './controls.js';
 import { convert, stopConverting } from './converter.js';
 import { byId, make } from '../dom.js';
-import { MOST, besides, chosenFiles, droppedFiles, isForeign, modelsAmong, nameAt, stem } from './files.js';
+import { MOST, chosenFiles, droppedFiles, haveSameStem, isForeign, isLevelOf, modelsAmong, nameAt, stem } from './files.js';
 import { watchPointers } from './pointers.js';
 import { showContents, showFindings } from './reportPanes.js';
 import { makeSaving } from './saving.js';
@@ -95,7 +95,7 @@ function showModel({ report, findings, missing, state }) {
 // A model of another format is shown as what it becomes.
 async function openForeign(model, source) {
   showBusy(`Converting ${model.name} …`, 0.1);
-  const made = await convert(model, besides(source.files), `${stem(model.name)}.lwo`);
+  const made = await convert(model, source.files, `${stem(model.name)}.lwo`);
   const object = made.files.find(({ name }) => name.endsWith('.lwo'));
   const result = await viewer.open(object, { files: made.files, base: null });
   return { ...result, findings: [...made.findings, ...result.findings], files: source.files };
@@ -135,8 +135,8 @@ function listOthers(models, source) {
 
 // Whether the model that is shown asks for a file of this name, or it is a coarser level of it.
 function isAskedFor({ name }) {
-  const asks = [...opened.textures, ...opened.missing].some((texture) => stem(texture).toLowerCase() === stem(name).toLowerCase());
-  return asks || isForeign(opened.model) || name.startsWith(opened.model.name);
+  const asks = [...opened.textures, ...opened.missing].some((texture) => haveSameStem(texture, name));
+  return asks || isForeign(opened.model) || isLevelOf(name, opened.model.name);
 }
 
 async function openFiles(files) {

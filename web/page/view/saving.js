@@ -2,21 +2,14 @@
 //
 //   makeSaving({ viewer, getOpened, showBusy, showTrouble });
 //
-// getOpened() is { model, source, textures }: its file, those beside it, the names it asks for.
+// getOpened() is { model, source }: its file, and those beside it.
 import { convert } from './converter.js';
 import { byId, make } from '../dom.js';
-import { besides, isForeign, save, stem } from './files.js';
+import { isLevelOf, save, stem } from './files.js';
 import { findingCards } from './reportPanes.js';
 
-// Only textures that it names, or may mean, go along; other formats say theirs to the converter.
-function neededBy({ model, source, textures }) {
-  const named = new Set(textures.map((name) => stem(name).toLowerCase()));
-  return besides(source.files).filter((file) => isForeign(model) || named.has(stem(file.name).toLowerCase()));
-}
-
-// Coarser levels are files of their own, found by the name of the finest.
 function levelsLeftOut({ model, source }, ending) {
-  const names = source.files.map(({ name }) => name).filter((name) => name.startsWith(model.name) && /^\d+$/.test(name.slice(model.name.length)));
+  const names = source.files.map(({ name }) => name).filter((name) => isLevelOf(name, model.name));
   if (names.length === 0) return [];
   const remedy = ending === '.lwo' ? 'put them beside it as they are, with their textures' : '';
   return [{ note: true, what: `coarser levels of detail (${names.sort().join(', ')})`, consequence: 'left out', remedy }];
@@ -53,9 +46,8 @@ export function makeSaving({ viewer, getOpened, showBusy, showTrouble }) {
     const out = nameWith(ending);
     showBusy(`Making ${out} …`, 0.3);
     const left = levelsLeftOut(getOpened(), ending);
-    const made = await convert(getOpened().model, neededBy(getOpened()), out);
-    const { files } = made;
-    const findings = [...made.findings, ...left];
+    const { files, findings } = await convert(getOpened().model, getOpened().source.files, out);
+    findings.push(...left);
     if (files.length === 1) return { name: out, blob: files[0].blob, findings };
     return { name: nameWith('.zip'), blob: await pack(files), findings };
   };

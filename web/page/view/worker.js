@@ -2,6 +2,8 @@
 //
 // The page posts { id, call, values } and is answered { id, result } or { id, trouble }; open also
 // posts { progress: { step, share } }. Calls that change what is shown answer with the state.
+import { haveSameStem } from './files.js';
+import { startProgram, whyEnded } from './running.js';
 import makeEngine from './viewEngine.js';
 
 const FOLDER = '/model';
@@ -24,12 +26,8 @@ class Problem extends Error {}
 // -------------------------------------------------------------------- opening
 
 async function start(program) {
-  engine = await makeEngine({
+  engine = await startProgram(makeEngine, program, {
     canvas,
-    instantiateWasm(imports, receive) {
-      WebAssembly.instantiate(program, imports).then((instance) => receive(instance, program));
-      return {};
-    },
     print: (line) => lines.push(line),
     printErr: (line) => said.push(line),
   });
@@ -40,8 +38,6 @@ async function start(program) {
 async function write(name, blob) {
   engine.FS.writeFile(`${FOLDER}/${name}`, new Uint8Array(await blob.arrayBuffer()), { canOwn: true });
 }
-
-const stem = (name) => name.replace(/\.[^.]*$/, '').toLowerCase();
 
 // A texture that lies beside the model at its address; null: none.
 async function fetchTexture(name, source) {
@@ -66,7 +62,7 @@ async function writeTextures(names, source) {
       continue;
     }
     missing.push(name);
-    for (const other of files.filter((file) => stem(file.name) === stem(name))) await write(other.name, other.blob);
+    for (const other of files.filter((file) => haveSameStem(file.name, name))) await write(other.name, other.blob);
   }
   return missing;
 }
@@ -97,15 +93,15 @@ async function open({ canvas: given, program, model, source, width, height }) {
   if (first.problem) throw new Problem(first.problem);
   const { report, findings, missing } = first;
   for (let k = 1; k < 20; k++) {
-    const level = source.files.find(({ name }) => name === model.name + k);
-    if (!level) break;
-    await write(level.name, level.blob);
-    const coarser = await readLevel(level.name, source, 0.4, 0.45);
+    const file = source.files.find(({ name }) => name === model.name + k);
+    if (!file) break;
+    await write(file.name, file.blob);
+    const coarser = await readLevel(file.name, source, 0.4, 0.45);
     if (coarser.problem) {
-      findings.push({ rule: 'level', note: true, what: `${level.name}: ${coarser.problem}`, consequence: 'shown without that level', remedy: '' });
+      findings.push({ rule: 'level', note: true, what: `${file.name}: ${coarser.problem}`, consequence: 'shown without that level', remedy: '' });
       break;
     }
-    findings.push(...coarser.findings.map((finding) => ({ ...finding, what: `${level.name}: ${finding.what}` })));
+    findings.push(...coarser.findings.map((finding) => ({ ...finding, what: `${file.name}: ${finding.what}` })));
     missing.push(...coarser.missing.filter((name) => !missing.includes(name)));
   }
   progress('Building what is drawn …', 0.5);
@@ -162,19 +158,13 @@ const CALLS = {
   },
 };
 
-function inWords(cause) {
-  if (cause instanceof Problem) return cause.message;
-  if (cause instanceof DOMException && /^Not(Found|Readable)/.test(cause.name)) return 'a file cannot be read any more: choose it again';
-  if (/memory|OOM|alloc/i.test(`${said.at(-1)} ${cause.message}`)) return 'there is not enough memory for it in a browser';
-  return `the viewer cannot go on (${said.at(-1) ?? cause.message})`;
-}
-
 let name = ''; // of the model
 self.onmessage = async ({ data: { id, call, values } }) => {
   if (call === 'open') name = values[0].model.name;
   try {
     post({ id, result: await CALLS[call](...values) });
   } catch (cause) {
-    post({ id, trouble: `${name}: ${inWords(cause)}`, said: lines.at(-1) });
+    const why = cause instanceof Problem ? cause.message : whyEnded('viewer', cause, said);
+    post({ id, trouble: `${name}: ${why}`, said: lines.at(-1) });
   }
 };
