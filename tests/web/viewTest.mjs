@@ -41,12 +41,12 @@ after(async () => {
   rmSync(files, { recursive: true });
 });
 
-// The worker under the policy that a host may send, with something of ours in it.
+// A worker under the policy that a host may send, with something of ours in it.
 const POLICY = /Content-Security-Policy" content="([^"]*)"/.exec(readFileSync(join(WEB, 'view.html'), 'utf8'))[1];
-const worker = (prefix) => (request, response, path) => {
-  if (path !== 'view/worker.js') return false;
+const worker = (prefix, script = 'view/worker.js') => (request, response, path) => {
+  if (path !== script) return false;
   response.writeHead(200, { 'content-type': 'text/javascript', 'content-security-policy': POLICY })
-    .end(`${readFileSync(join(WEB, 'view/worker.js'), 'utf8')}\n;(${prefix})();`);
+    .end(`${readFileSync(join(WEB, script), 'utf8')}\n;(${prefix})();`);
   return true;
 };
 const first = (...answers) => (...request) => answers.some((answer) => answer(...request));
@@ -114,7 +114,6 @@ async function assertLikeStill(page, model, keys) {
   execFileSync(LWOVIEW, [join(files, model), '--still', join(files, name), '--size', size, '--samples', '0', '--keys', keys]);
   await saved(page, '#save-picture');
   const { mean, far } = await page.evaluate(differenceFrom, name, 'picture');
-  if (process.env.SHOWALL) console.log(model, JSON.stringify(keys), mean.toFixed(3), far.toFixed(5));
   assert.ok(mean <= 0.7 && far <= 0.004, `${model} after ${JSON.stringify(keys)}: mean ${mean}, far ${far}`);
 }
 
@@ -181,6 +180,15 @@ test('is turned, moved and zoomed by mouse and keys, and draws only then', () =>
     const before = await page.evaluate(() => window.draws);
     await new Promise((resolve) => setTimeout(resolve, 500));
     assert.equal(await page.evaluate(() => window.draws), before);
+    const COLORS = 100;
+    await page.$eval('.parts input', (swatch, count) => {
+      for (let k = 0; k < count; k++) {
+        swatch.value = `#${(k * 1000).toString(16).padStart(6, '0')}`;
+        swatch.dispatchEvent(new Event('input'));
+      }
+    }, COLORS);
+    await picture(page);
+    assert.ok(await page.evaluate(() => window.draws) < before + COLORS / 2, 'once a frame');
     await key('Home')();
     assert.ok(seen.has(await picture(page)), 'as at the start');
   }));
@@ -349,6 +357,35 @@ test('shows the last of two that were opened at once, though the first is conver
     await open(page, 'sol.lwo', 'sunface.tga');
     await new Promise((wait) => setTimeout(wait, 1500));
     assert.equal(await textOf(page, '#name'), 'sol.lwo');
+  }));
+
+test('reads of a folder what a model is made of, and saves nothing while it is converted', () =>
+  withView({ alter: worker(function count() {
+    const read = new BroadcastChannel('read');
+    const real = FileReaderSync.prototype.readAsArrayBuffer;
+    FileReaderSync.prototype.readAsArrayBuffer = function (blob) {
+      read.postMessage(blob.size);
+      return real.call(this, blob);
+    };
+  }, 'view/convertWorker.js') }, async (page) => {
+    await open(page, 'sol.lwo', 'sunface.tga');
+    writeFileSync(join(files, 'one.obj'), 'mtllib one.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n');
+    writeFileSync(join(files, 'one.mtl'), 'newmtl one\n');
+    writeFileSync(join(files, 'holiday.png'), Buffer.alloc(10_000_000));
+    await page.evaluate(() => {
+      window.read = 0;
+      window.counter = new BroadcastChannel('read');
+      window.counter.onmessage = ({ data }) => { window.read += data; };
+      new MutationObserver((changes, observer) => {
+        observer.disconnect();
+        document.getElementById('save-gltf').click();
+      }).observe(document.getElementById('busy'), { attributeFilter: ['hidden'] });
+    });
+    await choose(page, '#files', ...at('one.obj', 'one.mtl', 'holiday.png'));
+    await until(page, () => /One thing at a time/.test(document.getElementById('note').textContent));
+    await isOpen(page, 'one.obj');
+    const read = await page.evaluate(() => window.read);
+    assert.ok(read > 50 && read < 10_000, `${read} bytes`);
   }));
 
 test('gives the memory of a hundred models back', () =>

@@ -258,7 +258,7 @@ function showPanel(shown) {
 byId('panel-toggle').addEventListener('click', () => showPanel(document.body.classList.contains('alone')));
 if (window.top !== window) showPanel(false); // in a frame the picture comes first
 
-makeSaving({ viewer, getOpened: () => opened, showBusy, showTrouble });
+makeSaving({ viewer, getOpened: () => opened, isBusy: () => !byId('busy').hidden, showBusy, showTrouble, say });
 
 // ---------------------------------------------------------------------- keys
 

@@ -1,6 +1,6 @@
 // The last pane: what the model that is shown can be saved as.
 //
-//   makeSaving({ viewer, getOpened, showBusy, showTrouble });
+//   makeSaving({ viewer, getOpened, isBusy, showBusy, showTrouble, say });
 //
 // getOpened() is { model, source }: its file, and those beside it.
 import { convert } from './converter.js';
@@ -27,29 +27,36 @@ function showSaved(name, findings) {
   byId('saved').replaceChildren(make('p', { className: 'fine' }, `${name} is saved.`), ...notes);
 }
 
-export function makeSaving({ viewer, getOpened, showBusy, showTrouble }) {
+export function makeSaving({ viewer, getOpened, isBusy, showBusy, showTrouble, say }) {
   const nameWith = (ending) => `${stem(getOpened().model.name)}${ending}`;
 
-  // makeIt() gives { name, blob, findings }.
+  // makeIt() gives { name, blob, findings }, or null for nothing.
   const saveWhat = (makeIt) => async () => {
     try {
-      const { name, blob, findings } = await makeIt();
-      save(blob, name);
-      showSaved(name, findings);
+      const made = await makeIt();
+      if (!made) return;
+      save(made.blob, made.name);
+      showSaved(made.name, made.findings);
     } catch (trouble) {
       showTrouble(trouble);
-    } finally {
-      showBusy(null);
     }
   };
   const converted = (ending) => async () => {
+    if (isBusy()) {
+      say('One thing at a time: wait for what is on its way, or stop it.');
+      return null;
+    }
     const out = nameWith(ending);
-    showBusy(`Making ${out} …`, 0.3);
     const left = levelsLeftOut(getOpened(), ending);
-    const { files, findings } = await convert(getOpened().model, getOpened().source.files, out);
-    findings.push(...left);
-    if (files.length === 1) return { name: out, blob: files[0].blob, findings };
-    return { name: nameWith('.zip'), blob: await pack(files), findings };
+    showBusy(`Making ${out} …`, 0.3);
+    try {
+      const { files, findings } = await convert(getOpened().model, getOpened().source.files, out);
+      findings.push(...left);
+      if (files.length === 1) return { name: out, blob: files[0].blob, findings };
+      return { name: nameWith('.zip'), blob: await pack(files), findings };
+    } finally {
+      showBusy(null);
+    }
   };
 
   byId('save-object').addEventListener('click', saveWhat(converted('.lwo')));

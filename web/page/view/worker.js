@@ -131,7 +131,7 @@ function drawSoon() {
 const changing = (name) => (...values) => {
   lines = [];
   engine[name](...values);
-  draw();
+  drawSoon(); // a slider of colours moves faster than large models are drawn
   return { ...json('viewState'), lines };
 };
 const moving = (name) => (...values) => {
