@@ -15,11 +15,11 @@ void startArrays() {
 
 // ---------------------------------------------------------------------------- pointers
 
-// Sizes from least to most are covered, from least to known are OpenGL's.
+// Of an element, in floats.
 struct st_sizes {
-    int least;
+    int least; // that is covered
     int most;
-    int first; // OpenGL's
+    int first; // that OpenGL has
     int last;
 };
 

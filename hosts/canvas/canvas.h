@@ -1,7 +1,7 @@
 // The show in a page: GLUT's calls over a canvas, the music's over whatever the page plays it with.
 // Link this room with gles/ and the driver runs unchanged, compiled by Emscripten.
 //
-// The page calls these as exported functions (web/page/show.js is such a page):
+// The page calls these as exported functions, as web/page/load.js and player.js do:
 //   main()                    // once; the page has put the files where the show opens them
 //   canvasResize(800, 600);   // pixels; and whenever the canvas changes its size
 //   canvasSeek(0);            // draws that frame

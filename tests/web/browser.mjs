@@ -85,7 +85,7 @@ export async function withPage(bench, { query = '', width = 800, height = 600, s
 
 export const ready = (page) => page.evaluate(() => window.show.ready.then(() => true));
 
-// Waits until the page says so; says what it said last when it never does.
+// Waits until the page says so, half a minute at most.
 export async function until(page, condition, ...values) {
   await page.waitForFunction(condition, { timeout: 30000, polling: 50 }, ...values);
 }

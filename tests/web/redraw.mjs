@@ -1,5 +1,5 @@
 // Pictures of the pages for README.md, once web/build and tests/web/run have run:
-//   node tests/web/picture.mjs docs/page.jpg docs/view.jpg
+//   node tests/web/redraw.mjs docs/page.jpg docs/view.jpg
 import { ready, startBench, until, withPage } from './browser.mjs';
 
 const [show, view] = process.argv.slice(2);
