@@ -273,6 +273,13 @@ test('says of a damaged file what lwoinfo says, and goes on', () =>
     await open(page, 'rooms.lwo');
   }));
 
+test('says so when a part of the page is missing', () =>
+  withView({ errors: /./, alter(request, response, path) {
+    if (path !== 'view/tabs.js') return false;
+    response.writeHead(404).end();
+    return true;
+  } }, async (page) => assert.match(await trouble(page), /could not start/)));
+
 test('opens a model again whose graphics went away', () =>
   withView({ alter: worker(function canLose() {
     const real = OffscreenCanvas.prototype.getContext;

@@ -139,6 +139,7 @@ function tryToOpen() {
 }
 byId('trouble-again').addEventListener('click', tryToOpen);
 
+document.documentElement.dataset.runs = ''; // early.js need not speak
 window.show = {
   ready,
   lastFrame: LAST_FRAME,

@@ -287,5 +287,6 @@ document.addEventListener('keydown', (event) => {
   event.preventDefault();
 });
 
+document.documentElement.dataset.runs = ''; // early.js need not speak
 const address = new URLSearchParams(location.search).get('model');
 if (address) openAddress(address);
