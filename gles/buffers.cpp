@@ -3,7 +3,6 @@
 // uploaded or set up again as long as they and the layout stay the same.
 #include "gles/buffers.h"
 
-#include "gles/shaders.h"
 #include "gles/vertices.h"
 
 #include <algorithm>

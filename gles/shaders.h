@@ -11,9 +11,6 @@ enum programPart {
     PROGRAM_COUNT = 32
 };
 
-// Where the attributes of a vertex enter: as in enum vertexArray, then the position in clip space.
-constexpr int CLIP_LOCATION = 4;
-
 // Makes the program of these parts current and sends it what has changed since it was last used.
 // False, with one line on standard error the first time, if ES does not take it.
 bool useProgram(unsigned parts);
