@@ -83,6 +83,13 @@ export async function withPage(bench, { query = '', width = 800, height = 600, s
   if (wrong.length > 0) throw new Error(wrong.join('\n'));
 }
 
+// To alter: files that the host has not got.
+export const missing = (pattern) => (request, response, path) => {
+  if (!pattern.test(path)) return false;
+  response.writeHead(404).end();
+  return true;
+};
+
 export const ready = (page) => page.evaluate(() => window.show.ready.then(() => true));
 
 // Waits until the page says so, half a minute at most.

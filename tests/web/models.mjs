@@ -13,14 +13,12 @@ const numbers = (write, size) => (...given) => {
 const u16 = numbers('writeUInt16BE', 2);
 const u32 = numbers('writeUInt32BE', 4);
 const f32 = numbers('writeFloatBE', 4);
-const chunk = (id, ...parts) => {
+const chunkWith = (length) => (id, ...parts) => {
   const body = Buffer.concat(parts.flat());
-  return Buffer.concat([Buffer.from(id), u32(body.length), body]);
+  return Buffer.concat([Buffer.from(id), length(body.length), body]);
 };
-const subchunk = (id, ...parts) => {
-  const body = Buffer.concat(parts.flat());
-  return Buffer.concat([Buffer.from(id), u16(body.length), body]);
-};
+const chunk = chunkWith(u32);
+const subchunk = chunkWith(u16);
 const index = (value) => (value < 0xff00 ? [value] : [0xff00 + (value >> 16), value & 0xffff]);
 
 // layers: { name, points: [[x, y, z]], polygons: [[corner, ...]], surface: index }

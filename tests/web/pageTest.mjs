@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { readFileSync, readdirSync, statSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
-import { FIREFOX, ready, startBench, until, withPage } from './browser.mjs';
+import { FIREFOX, missing, ready, startBench, until, withPage } from './browser.mjs';
 import { differenceFrom, withoutAntialiasing } from './pictures.mjs';
 
 const WEB = process.env.WEB_FOLDER;
@@ -45,11 +45,6 @@ function trickle(name, { upTo = Infinity, pieces = 1, pause = 0, length = null, 
     return true;
   };
 }
-const missing = (pattern) => (request, response, path) => {
-  if (!pattern.test(path)) return false;
-  response.writeHead(404).end();
-  return true;
-};
 
 // ------------------------------------------------------------------- pictures
 

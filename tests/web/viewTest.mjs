@@ -8,7 +8,7 @@ import { tmpdir } from 'node:os';
 import { join, resolve } from 'node:path';
 import { after, before, test } from 'node:test';
 import { unzipSync } from '../../web/node_modules/fflate/esm/index.mjs';
-import { FIREFOX, startBench, until, withPage } from './browser.mjs';
+import { FIREFOX, missing, startBench, until, withPage } from './browser.mjs';
 import { box, lwo2, sheet } from './models.mjs';
 import { differenceFrom, withoutAntialiasing } from './pictures.mjs';
 
@@ -274,11 +274,7 @@ test('says of a damaged file what lwoinfo says, and goes on', () =>
   }));
 
 test('says so when a part of the page is missing', () =>
-  withView({ errors: /./, alter(request, response, path) {
-    if (path !== 'view/tabs.js') return false;
-    response.writeHead(404).end();
-    return true;
-  } }, async (page) => assert.match(await trouble(page), /could not start/)));
+  withView({ errors: /./, alter: missing(/tabs\.js$/) }, async (page) => assert.match(await trouble(page), /could not start/)));
 
 test('opens a model again whose graphics went away', () =>
   withView({ alter: worker(function canLose() {
