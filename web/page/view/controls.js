@@ -1,6 +1,7 @@
 // Every key of lwoview, in words: what buttons and help are made of.
 //   on(state): whether its button is pressed; absent: it is none that stays pressed.
 //   when(state): whether there is anything to do; absent: always.
+//   note(state): what to say below a group.
 
 const hasLevels = (state) => state.levels > 1;
 const hasLayers = (state) => state.layers.length > 1;
@@ -21,6 +22,7 @@ export const GROUPS = [
   {
     title: 'Levels of detail',
     when: hasLevels,
+    note: (state) => `Shown now: level ${state.level} of ${state.levels}, 0 being the finest.`,
     controls: [
       { key: 'd', name: 'Nearer together' },
       { key: 'D', name: 'Farther apart' },
