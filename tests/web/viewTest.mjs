@@ -212,7 +212,7 @@ test('is turned by one finger, moved and zoomed by two', () =>
 
 // ---------------------------------------------------------------------- files
 
-test('opens what is dropped, the first model of several, and another one by its name', () =>
+test('opens what is dropped, the first model of several, another one by its name, and keeps what came later', () =>
   withView({}, async (page) => {
     const bytes = (name) => readFileSync(join(files, name)).toString('base64');
     await page.evaluate((dropped) => {
@@ -221,11 +221,20 @@ test('opens what is dropped, the first model of several, and another one by its 
         transfer.items.add(new File([Uint8Array.from(atob(text), (c) => c.charCodeAt(0))], name));
       for (const kind of ['dragenter', 'dragover', 'drop'])
         document.body.dispatchEvent(new DragEvent(kind, { dataTransfer: transfer, bubbles: true, cancelable: true }));
-    }, ['sol.lwo', 'rooms.lwo', 'sunface.tga'].map((name) => [name, bytes(name)]));
+    }, ['sol.lwo', 'rooms.lwo'].map((name) => [name, bytes(name)]));
     await isOpen(page, 'rooms.lwo');
-    await page.select('#other', 'sol.lwo');
-    await isOpen(page, 'sol.lwo');
-    assert.equal(await page.$eval('#missing', (missing) => missing.hidden), true);
+    const asks = () => page.$eval('#missing', (missing) => !missing.hidden);
+    const select = async (name) => {
+      await page.select('#other', name);
+      await isOpen(page, name);
+    };
+    await select('sol.lwo');
+    assert.equal(await asks(), true);
+    await choose(page, '#files', join(files, 'sunface.tga'));
+    await until(page, () => document.getElementById('missing').hidden);
+    await select('rooms.lwo');
+    await select('sol.lwo');
+    assert.equal(await asks(), false);
   }));
 
 test('says what lwoinfo says', () =>

@@ -125,11 +125,11 @@ async function openModel(model, source) {
 }
 
 // Those that came along, of which another one may be looked at.
-function listOthers(models, source) {
+function listOthers(models) {
   byId('others').hidden = models.length < 2;
   byId('other').replaceChildren(...models.map(({ name }) => make('option', {}, name)));
   const choose = () => { byId('other').selectedIndex = models.indexOf(opened.model); };
-  byId('other').onchange = () => openModel(models[byId('other').selectedIndex], source).then(choose);
+  byId('other').onchange = () => openModel(models[byId('other').selectedIndex], opened.source).then(choose);
   choose();
 }
 
@@ -152,8 +152,7 @@ async function openFiles(files) {
     return;
   }
   history.replaceState(null, '', location.pathname);
-  const source = { files, base: null };
-  if (await openModel(models[0], source)) listOthers(models, source);
+  if (await openModel(models[0], { files, base: null })) listOthers(models);
   if (files.length >= MOST) say(`There are many files: the first ${MOST.toLocaleString('en')} were looked at.`);
 }
 
@@ -183,9 +182,8 @@ async function openAddress(text) {
       throw new Trouble(`There is no model at ${address.pathname}.`, false, { cause });
     });
     if (mine !== asked) return;
-    const source = { files: [], base: new URL('.', address).href };
     const model = { name: nameAt(address), path: nameAt(address), blob };
-    if (await openModel(model, source)) listOthers([model], source);
+    if (await openModel(model, { files: [], base: new URL('.', address).href })) listOthers([model]);
   } catch (trouble) {
     if (mine !== asked) return;
     showBusy(null);
