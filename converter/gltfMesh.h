@@ -1,8 +1,8 @@
 // A layer's polygons of one material as arrays that OpenGL and glTF draw.
 //
-//   st_meshMaker maker;
+//   st_meshMaker maker = makerFor(layer, scene.materials.size());
 //   for (int material = 0; ...)
-//       const st_meshArrays arrays = meshArrays(maker, layer, material, isTextured);
+//       const st_meshArrays arrays = meshArrays(maker, material, isTextured);
 #pragma once
 
 #include "converter/scene.h"
@@ -20,7 +20,7 @@ struct st_meshArrays {
 
 // What is kept from material to material of a layer.
 struct st_meshMaker {
-    const st_layer *layer = nullptr;
+    const st_layer *layer = nullptr;             // outlives it
     std::vector<std::vector<int>> polygons = {}; // of each material
     std::vector<int> firstVertices = {};         // of each point, -1: none yet
 };

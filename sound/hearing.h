@@ -1,9 +1,9 @@
 // What is heard of the music, and moving about in it: for hosts that keep pictures in step with it.
 // The show itself only starts and fades it.
 //
-//   listenToMusic();               // before FSOUND_Init: the music makes no sound until it is let
-//   go playMusicFrom(stream, 0.0); double seconds = 0.0; if (musicHeard(&seconds)) ...  // seconds
-//   of the music, evenly growing
+//   listenToMusic();              // before FSOUND_Init: the music is silent until it is let go
+//   playMusicFrom(stream, 0.0);   // now it is heard
+//   if (musicHeard(&seconds)) ... // of the music, evenly growing
 //
 // One thread calls all of this; the mixer has its own. Nothing is owned.
 #pragma once

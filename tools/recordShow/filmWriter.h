@@ -1,9 +1,9 @@
 // Frames on their way into a film: a thread hands them to ffmpeg while the next ones are drawn.
 //
 //   st_filmWriter writer;
-//   startWriter(&writer, &film);                       // an open film; it is the writer's from now
-//   on while (good && ...) good = queueFrame(&writer, &rgba, &samples); good = endWriter(&writer)
-//   && finishFilm(&film);    // the film is the caller's again
+//   startWriter(&writer, &film);                    // an open film; it is the writer's now
+//   while (good && ...) good = queueFrame(&writer, &rgba, &samples);
+//   good = endWriter(&writer) && finishFilm(&film); // it is the caller's again
 //
 // The caller sees to it that the film outlives the writer, and that the writer is ended.
 #pragma once

@@ -1,8 +1,7 @@
 // Runs the show off-screen and keeps what a job asks for. From the show's folder, once in a
 // process:
 //
-//   const int status = job.film.empty() ? recordPictures(job, argc, argv) : recordFilm(job, argc,
-//   argv);
+//   return job.film.empty() ? recordPictures(job, argc, argv) : recordFilm(job, argc, argv);
 //
 // Every frame is stepped, so a frame is the same however a film or a list was cut; those not
 // wanted are not drawn. What fails ends the process with one line on standard error and status 1.
