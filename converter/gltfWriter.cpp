@@ -4,6 +4,7 @@
 
 #include "converter/colors.h"
 #include "converter/gltfExtras.h"
+#include "converter/gltfFile.h"
 #include "converter/gltfMesh.h"
 #include "converter/pngWriter.h"
 
@@ -15,19 +16,9 @@
 #include <cstring>
 #include <limits>
 #include <map>
+#include <type_traits>
 
 using json = nlohmann::ordered_json;
-
-enum glNumbers {
-    GL_UNSIGNED_SHORT_ = 5123,
-    GL_UNSIGNED_INT_ = 5125,
-    GL_FLOAT_ = 5126,
-    ARRAY_BUFFER = 34962,
-    ELEMENT_ARRAY_BUFFER = 34963,
-    REPEAT = 10497,
-    CLAMP_TO_EDGE = 33071,
-    MIRRORED_REPEAT = 33648
-};
 
 struct st_gltfWriting {
     const st_scene *scene;
@@ -75,8 +66,9 @@ static int addImage(st_gltfWriting &writing, int picture) {
 
 static int wrapNumber(sceneWrap wrap) {
     if (wrap == WRAP_REPEAT)
-        return REPEAT;
-    return wrap == WRAP_MIRROR ? MIRRORED_REPEAT : CLAMP_TO_EDGE;
+        return TINYGLTF_TEXTURE_WRAP_REPEAT;
+    return wrap == WRAP_MIRROR ? TINYGLTF_TEXTURE_WRAP_MIRRORED_REPEAT
+                               : TINYGLTF_TEXTURE_WRAP_CLAMP_TO_EDGE;
 }
 
 static int addSampler(st_gltfWriting &writing, const st_material &material) {
@@ -84,12 +76,12 @@ static int addSampler(st_gltfWriting &writing, const st_material &material) {
     const auto known = writing.samplers.find(wraps);
     if (known != writing.samplers.end())
         return known->second;
-    constexpr int LINEAR = 9729, LINEAR_MIPMAP_LINEAR = 9987;
-    return writing.samplers[wraps] = add(writing, "samplers",
-                                         {{"magFilter", LINEAR},
-                                          {"minFilter", LINEAR_MIPMAP_LINEAR},
-                                          {"wrapS", wraps.first},
-                                          {"wrapT", wraps.second}});
+    return writing.samplers[wraps] =
+               add(writing, "samplers",
+                   {{"magFilter", TINYGLTF_TEXTURE_FILTER_LINEAR},
+                    {"minFilter", TINYGLTF_TEXTURE_FILTER_LINEAR_MIPMAP_LINEAR},
+                    {"wrapS", wraps.first},
+                    {"wrapT", wraps.second}});
 }
 
 // -1 for a material without a picture that can be written.
@@ -185,23 +177,30 @@ static json boundsOf(const std::vector<st_vec> &positions) {
 static int addIndices(st_gltfWriting &writing, const st_meshArrays &arrays) {
     // The largest number of each size is no index.
     if (arrays.positions.size() > std::numeric_limits<std::uint16_t>::max())
-        return addAccessor(writing, arrays.indices, ELEMENT_ARRAY_BUFFER, GL_UNSIGNED_INT_,
-                           "SCALAR");
+        return addAccessor(writing, arrays.indices, TINYGLTF_TARGET_ELEMENT_ARRAY_BUFFER,
+                           TINYGLTF_COMPONENT_TYPE_UNSIGNED_INT, "SCALAR");
     const std::vector<std::uint16_t> small(arrays.indices.begin(), arrays.indices.end());
-    return addAccessor(writing, small, ELEMENT_ARRAY_BUFFER, GL_UNSIGNED_SHORT_, "SCALAR");
+    return addAccessor(writing, small, TINYGLTF_TARGET_ELEMENT_ARRAY_BUFFER,
+                       TINYGLTF_COMPONENT_TYPE_UNSIGNED_SHORT, "SCALAR");
+}
+
+// Numbers of each vertex, two or three.
+template <typename Element>
+static int addAttribute(st_gltfWriting &writing, const std::vector<Element> &elements,
+                        const json &bounds = json::object()) {
+    return addAccessor(writing, elements, TINYGLTF_TARGET_ARRAY_BUFFER,
+                       TINYGLTF_COMPONENT_TYPE_FLOAT,
+                       std::is_same_v<Element, st_uv> ? "VEC2" : "VEC3", bounds);
 }
 
 static json primitiveObject(st_gltfWriting &writing, const st_meshArrays &arrays, int material) {
     json attributes;
-    attributes["POSITION"] = addAccessor(writing, arrays.positions, ARRAY_BUFFER, GL_FLOAT_, "VEC3",
-                                         boundsOf(arrays.positions));
-    attributes["NORMAL"] = addAccessor(writing, arrays.normals, ARRAY_BUFFER, GL_FLOAT_, "VEC3");
+    attributes["POSITION"] = addAttribute(writing, arrays.positions, boundsOf(arrays.positions));
+    attributes["NORMAL"] = addAttribute(writing, arrays.normals);
     if (!arrays.uvs.empty())
-        attributes["TEXCOORD_0"] =
-            addAccessor(writing, arrays.uvs, ARRAY_BUFFER, GL_FLOAT_, "VEC2");
+        attributes["TEXCOORD_0"] = addAttribute(writing, arrays.uvs);
     if (!arrays.colors.empty())
-        attributes["COLOR_0"] =
-            addAccessor(writing, arrays.colors, ARRAY_BUFFER, GL_FLOAT_, "VEC3");
+        attributes["COLOR_0"] = addAttribute(writing, arrays.colors);
     return {{"attributes", std::move(attributes)},
             {"indices", addIndices(writing, arrays)},
             {"material", addMaterial(writing, material)}};
