@@ -50,7 +50,6 @@ static std::vector<unsigned> asTriangles(std::vector<unsigned> indices, int mode
 
 static std::string trianglesOf(st_gltfReading &reading, const tinygltf::Primitive &primitive,
                                std::size_t vertexCount, std::vector<unsigned> *triangles) {
-    constexpr const char *TOO_MUCH = "it holds more than its size allows";
     std::vector<unsigned> indices;
     if (const auto found = primitive.attributes.find(INDICES);
         found != primitive.attributes.end()) {
@@ -58,20 +57,15 @@ static std::string trianglesOf(st_gltfReading &reading, const tinygltf::Primitiv
             readIndices(reading.file->model, found->second, &reading.budget, &indices);
         if (!problem.empty())
             return problem;
-    } else if (vertexCount <= reading.budget) {
-        indices.resize(vertexCount);
-        std::iota(indices.begin(), indices.end(), 0U);
     } else {
-        return TOO_MUCH;
+        indices.resize(vertexCount); // which the file holds, or the budget has paid for
+        std::iota(indices.begin(), indices.end(), 0U);
     }
     for (const unsigned index : indices)
         if (index >= vertexCount)
             return "an index names a vertex that is not there";
     *triangles = asTriangles(std::move(indices), primitive.mode);
-    if (triangles->size() > reading.budget)
-        return TOO_MUCH;
-    reading.budget -= triangles->size();
-    return "";
+    return spend(triangles->size(), &reading.budget);
 }
 
 // Numbers the vertices in use: `points` becomes their indices, and each of `triangles` is replaced

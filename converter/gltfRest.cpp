@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-constexpr const char *TOO_MUCH = "it holds more than its size allows";
 constexpr const char *NO_SUCH_BONE = "a vertex hangs on a bone that is not there";
 
 // -------------------------------------------------------------------------------- bones
@@ -143,13 +142,12 @@ static std::string addShape(const tinygltf::Model &model, int index, float weigh
     std::string problem = findRows(model, index, rows->width, budget, &shape);
     if (problem.empty() && shape.count < rows->count)
         problem = "a shape to morph into has fewer vertices than its mesh";
-    if (problem.empty() && rows->count > *budget)
-        problem = TOO_MUCH;
+    if (problem.empty())
+        problem = spend(rows->count, budget);
     if (problem.empty())
         problem = makeOwn(rows, budget);
     if (!problem.empty())
         return problem;
-    *budget -= std::min(rows->count, *budget);
     for (std::size_t i = 0; i < rows->count; i++) {
         float change[3];
         rowAt(shape, i, change);

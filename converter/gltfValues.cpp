@@ -7,6 +7,13 @@
 #include <cstring>
 #include <limits>
 
+std::string spend(std::size_t count, std::size_t *budget, std::size_t each) {
+    if (count > *budget / each)
+        return "it holds more than its size allows";
+    *budget -= count * each;
+    return "";
+}
+
 const unsigned char *viewBytes(const tinygltf::Model &model, int view, std::size_t *size,
                                std::string *problem) {
     if (view < 0 || static_cast<std::size_t>(view) >= model.bufferViews.size()) {
@@ -112,13 +119,6 @@ static const tinygltf::Accessor *accessorAt(const tinygltf::Model &model, int in
     return &model.accessors[static_cast<std::size_t>(index)];
 }
 
-static std::string spend(std::size_t count, std::size_t *budget) {
-    if (count > *budget)
-        return "it holds more than its size allows";
-    *budget -= count;
-    return "";
-}
-
 // Calls take(row, bytes) for each value that a sparse accessor replaces.
 template <typename Take>
 static std::string forSparse(const tinygltf::Model &model, const tinygltf::Accessor &accessor,
@@ -161,9 +161,9 @@ std::string makeOwn(st_rows *rows, std::size_t *budget) {
         return "";
     constexpr std::size_t USUAL_WIDTH = 4;
     const std::size_t share = std::max<std::size_t>(rows->width / USUAL_WIDTH, 1);
-    if (rows->count > *budget / share)
-        return "it holds more than its size allows";
-    *budget -= rows->count * share;
+    std::string problem = spend(rows->count, budget, share);
+    if (!problem.empty())
+        return problem;
     std::vector<float> own(rows->count * rows->width);
     for (std::size_t i = 0; i < rows->count && rows->bytes != nullptr; i++)
         rowAt(*rows, i, &own[i * rows->width]);

@@ -21,6 +21,9 @@ struct st_rows {
     std::vector<float> own = {}; // all rows, where they lie nowhere as they are
 };
 
+// Takes count things, each so many of the budget's, from what is left of it. "" or the problem.
+std::string spend(std::size_t count, std::size_t *budget, std::size_t each = 1);
+
 // Finds the rows of accessor `index`, which may be any number, of `width` components or more. "" or
 // the problem. Rows that a file need not hold are taken from *budget, and when that is used up the
 // accessor is too large.
