@@ -27,10 +27,8 @@ static st_vec colorOf(const st_layer &layer, const st_scenePolygon &polygon, int
 }
 
 static void count(st_colors *colors, st_vec color) {
-    colors->low = {std::min(colors->low.x, color.x), std::min(colors->low.y, color.y),
-                   std::min(colors->low.z, color.z)};
-    colors->high = {std::max(colors->high.x, color.x), std::max(colors->high.y, color.y),
-                    std::max(colors->high.z, color.z)};
+    colors->low = lowest(colors->low, color);
+    colors->high = highest(colors->high, color);
     colors->sum[0] += static_cast<double>(color.x);
     colors->sum[1] += static_cast<double>(color.y);
     colors->sum[2] += static_cast<double>(color.z);

@@ -19,10 +19,6 @@ struct st_polygonWork {
     std::vector<int> triangles; // into the two above
 };
 
-static bool isSame(st_vec a, st_vec b) {
-    return a.x == b.x && a.y == b.y && a.z == b.z;
-}
-
 static void take(const st_scenePolygon &polygon, st_polygonWork *work) {
     work->positions.clear();
     work->corners.clear();
@@ -30,12 +26,12 @@ static void take(const st_scenePolygon &polygon, st_polygonWork *work) {
         const int corner = polygon.firstCorner + i;
         const int point = work->from->corners[static_cast<std::size_t>(corner)].point;
         const st_vec position = work->from->points[static_cast<std::size_t>(point)];
-        if (!work->positions.empty() && isSame(work->positions.back(), position))
+        if (!work->positions.empty() && work->positions.back() == position)
             continue;
         work->positions.push_back(position);
         work->corners.push_back(corner);
     }
-    while (work->positions.size() > 1 && isSame(work->positions.back(), work->positions.front())) {
+    while (work->positions.size() > 1 && work->positions.back() == work->positions.front()) {
         work->positions.pop_back();
         work->corners.pop_back();
     }

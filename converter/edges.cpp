@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <unordered_map>
 
@@ -65,20 +66,14 @@ struct st_pointHere {
 
 struct st_placeHash {
     std::size_t operator()(const st_vec &v) const {
-        std::size_t hash = 0;
+        std::uint64_t hash = 0;
         for (const float value : {v.x, v.y, v.z}) {
-            unsigned int bits = 0;
+            std::uint32_t bits = 0;
             std::memcpy(&bits, &value, sizeof bits);
-            hash = (hash ^ bits) * 0x9E3779B97F4A7C15ULL;
+            hash = (hash ^ bits) * 0x9E3779B97F4A7C15U;
             hash ^= hash >> 29U;
         }
-        return hash;
-    }
-};
-
-struct st_samePlace {
-    bool operator()(const st_vec &a, const st_vec &b) const {
-        return a.x == b.x && a.y == b.y && a.z == b.z;
+        return static_cast<std::size_t>(hash);
     }
 };
 
@@ -87,7 +82,7 @@ struct st_pointWork {
     const std::vector<st_vec> *from;
     std::vector<st_vec> to;
     std::vector<int> kept; // new numbers of points that keep to the file's; -1: none yet
-    std::unordered_map<st_vec, int, st_placeHash, st_samePlace> places; // first in `here`
+    std::unordered_map<st_vec, int, st_placeHash> places; // first in `here`
     std::vector<st_pointHere> here;
 };
 

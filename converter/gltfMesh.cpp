@@ -4,7 +4,6 @@
 #include "converter/colors.h"
 #include "converter/divide.h"
 
-#include <algorithm>
 #include <cmath>
 
 constexpr int MOST_LOOKED_AT = 32; // of the vertices at a point
@@ -27,10 +26,6 @@ static st_vec exactUnit(st_vec v) {
         return {0, 1, 0};
     return {static_cast<float>(x / length), static_cast<float>(y / length),
             static_cast<float>(z / length)};
-}
-
-static bool operator==(const st_vec &a, const st_vec &b) {
-    return a.x == b.x && a.y == b.y && a.z == b.z;
 }
 
 // What is being made: the arrays, and for each vertex the next at its point and where it came from.

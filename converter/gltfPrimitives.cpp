@@ -7,7 +7,6 @@
 #include "converter/gltfValues.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 
 void note(st_gltfReading &reading, bool isNote, const char *rule, const std::string &what,

@@ -6,7 +6,6 @@
 #include "converter/pictureDecoder.h"
 
 #include <algorithm>
-#include <cmath>
 
 // Corners and indices that any file may have, as of one mesh in many places, and those for each of
 // its bytes besides.

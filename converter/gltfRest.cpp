@@ -3,7 +3,6 @@
 #include "converter/gltfRest.h"
 
 #include <algorithm>
-#include <cmath>
 
 constexpr const char *NO_SUCH_BONE = "a vertex hangs on a bone that is not there";
 

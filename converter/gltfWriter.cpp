@@ -11,7 +11,6 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -168,8 +167,8 @@ static int addAccessor(st_gltfWriting &writing, const std::vector<Element> &elem
 static json boundsOf(const std::vector<st_vec> &positions) {
     st_vec low = positions[0], high = positions[0];
     for (const st_vec &p : positions) {
-        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
-        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+        low = lowest(low, p);
+        high = highest(high, p);
     }
     return {{"min", {low.x, low.y, low.z}}, {"max", {high.x, high.y, high.z}}};
 }
@@ -235,7 +234,7 @@ static json nodeObject(st_gltfWriting &writing, const st_layer &layer) {
     const st_vec above =
         layer.parent < 0 ? st_vec{} : layers[static_cast<std::size_t>(layer.parent)].pivot;
     const st_vec by = layer.pivot - above;
-    if (by.x != 0 || by.y != 0 || by.z != 0)
+    if (by != st_vec{0, 0, 0})
         node["translation"] = {by.x, by.y, by.z};
     const int mesh = addMesh(writing, layer);
     if (mesh >= 0)

@@ -15,23 +15,19 @@ struct st_cornerAt {
     int i;
 };
 
-static bool isSame(st_vec a, st_vec b) {
-    return a.x == b.x && a.y == b.y && a.z == b.z;
-}
-
 static const st_sceneCorner &cornerAt(const st_layer &layer, st_cornerAt at) {
     return cornerOf(layer, *at.polygon, at.i);
 }
 
 static bool isSameColor(const st_layer &layer, st_cornerAt a, st_cornerAt b) {
-    return layer.colors.empty() || isSame(layer.colors[cornerNumber(*a.polygon, a.i)],
-                                          layer.colors[cornerNumber(*b.polygon, b.i)]);
+    return layer.colors.empty() || layer.colors[cornerNumber(*a.polygon, a.i)] ==
+                                       layer.colors[cornerNumber(*b.polygon, b.i)];
 }
 
 static bool isSameCorner(const st_layer &layer, st_cornerAt a, st_cornerAt b) {
     const st_sceneCorner &one = cornerAt(layer, a), &other = cornerAt(layer, b);
     return one.uv.u == other.uv.u && one.uv.v == other.uv.v &&
-           isSame(placeOf(layer, *a.polygon, a.i), placeOf(layer, *b.polygon, b.i)) &&
+           placeOf(layer, *a.polygon, a.i) == placeOf(layer, *b.polygon, b.i) &&
            dotProduct(one.normal, other.normal) > ALIKE_COSINE && isSameColor(layer, a, b);
 }
 

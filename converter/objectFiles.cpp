@@ -12,7 +12,6 @@
 #include "modeling/targaWriter.h"
 
 #include <algorithm>
-#include <cmath>
 
 constexpr float INVISIBLE = 0.004F; // alpha, less than one step of a screen
 
@@ -143,10 +142,6 @@ static void sayShading(const st_shadedCorners &corners, std::vector<st_finding> 
 }
 
 // ------------------------------------------------------------------------------- object
-
-static bool isFinite(st_vec v) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
 
 static st_polygon polygonOf(const st_layer &layer, const st_scenePolygon &polygon, int surface) {
     st_polygon made = {};

@@ -40,10 +40,6 @@ static st_vec vectorOf(const float *values) {
     return {values[0], values[1], values[2]};
 }
 
-static bool isFinite(st_vec v) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
-
 // ---------------------------------------------------------------------------- polygons
 
 // A layer on its way into the scene.

@@ -466,7 +466,7 @@ st_uvChange settleWrap(const st_surfaceInScene &surface, st_uv low, st_uv high, 
     if ((!endsAcross && !endsUpright) || !hasRoomFor(*scene, picture.width + 2, picture.height + 2))
         return change;
     // Where the material's colour stays, it multiplies the border as well.
-    const bool isWhite = material.color.x == 1 && material.color.y == 1 && material.color.z == 1;
+    const bool isWhite = material.color == st_vec{1, 1, 1};
     st_scenePicture made = bordered(picture, endsAcross, endsUpright,
                                     isWhite ? colorOf(*surface.surface) : st_vec{1, 1, 1});
     const auto shrink = [](int inner, int outer, float *scale, float *move) {

@@ -4,16 +4,13 @@
 #include "converter/sceneCorners.h"
 
 #include <algorithm>
-#include <cmath>
 
 static void widen(st_sceneBox *box, st_vec point) {
     if (box->isEmpty)
         box->low = box->high = point;
     box->isEmpty = false;
-    box->low = {std::min(box->low.x, point.x), std::min(box->low.y, point.y),
-                std::min(box->low.z, point.z)};
-    box->high = {std::max(box->high.x, point.x), std::max(box->high.y, point.y),
-                 std::max(box->high.z, point.z)};
+    box->low = lowest(box->low, point);
+    box->high = highest(box->high, point);
 }
 
 st_sceneBox boxOf(const st_scene &scene) {
@@ -81,15 +78,12 @@ static st_place fittingPlace(const st_sceneBox &from, const st_sceneBox &to) {
     return moved(footOf(to)) * scaled({scale, scale, scale}) * moved(footOf(from) * -1.0F);
 }
 
-static bool isNothing(st_vec v) {
-    return v.x == 0 && v.y == 0 && v.z == 0;
-}
-
 void placeScene(const st_placing &placing, st_scene *scene) {
+    constexpr st_vec NOTHING = {0, 0, 0};
     if (placing.mirror >= 0)
         mirrorScene(placing.mirror, scene);
     // One by one, so that what is not asked for does not round anything.
-    if (!isNothing(placing.turn))
+    if (placing.turn != NOTHING)
         applyPlace(turned({0, 0, 1}, placing.turn.z) * turned({0, 1, 0}, placing.turn.y) *
                        turned({1, 0, 0}, placing.turn.x),
                    scene);
@@ -98,6 +92,6 @@ void placeScene(const st_placing &placing, st_scene *scene) {
     const st_sceneBox box = boxOf(*scene);
     if (!placing.fit.isEmpty && !box.isEmpty)
         applyPlace(fittingPlace(box, placing.fit), scene);
-    if (!isNothing(placing.move))
+    if (placing.move != NOTHING)
         applyPlace(moved(placing.move), scene);
 }

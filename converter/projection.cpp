@@ -22,8 +22,8 @@ static float tilesOf(const st_lwEnvValue &wrap) {
     return std::isfinite(wrap.value) && wrap.value > 0 ? wrap.value : 1;
 }
 
-static st_vec finiteOr(st_vec v, st_vec other) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z) ? v : other;
+static st_vec finiteOrZero(st_vec v) {
+    return isFinite(v) ? v : st_vec{0, 0, 0};
 }
 
 st_projection projectionOf(const st_lwTexture &texture, const st_bounds &box) {
@@ -31,9 +31,9 @@ st_projection projectionOf(const st_lwTexture &texture, const st_bounds &box) {
     st_projection projection = {};
     projection.kind = map.projection;
     projection.axis = map.axis >= 0 && map.axis <= 2 ? map.axis : 0;
-    projection.center = finiteOr(vectorOf(texture.tmap.center.value), {0, 0, 0});
+    projection.center = finiteOrZero(vectorOf(texture.tmap.center.value));
     projection.size = vectorOf(texture.tmap.size.value);
-    projection.turn = finiteOr(vectorOf(texture.tmap.rotate.value), {0, 0, 0});
+    projection.turn = finiteOrZero(vectorOf(texture.tmap.rotate.value));
     projection.tilesU = tilesOf(map.wrapWidth);
     projection.tilesV = tilesOf(map.wrapHeight);
     if (map.projection == LW_PROJECTION_FRONT) {
@@ -176,7 +176,7 @@ static bool findAxis(const st_projection &projection, st_vec normal, st_vec onPo
         return false;
     *center =
         projection.center + axis * (dotProduct(normal, onPolygon - projection.center) / slope);
-    return std::isfinite(center->x) && std::isfinite(center->y) && std::isfinite(center->z);
+    return isFinite(*center);
 }
 
 bool projectCap(const st_projection &projection, st_vec normal,

@@ -4,6 +4,18 @@
 #include <algorithm>
 #include <cmath>
 
+bool isFinite(st_vec v) {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+
+st_vec lowest(st_vec a, st_vec b) {
+    return {std::min(a.x, b.x), std::min(a.y, b.y), std::min(a.z, b.z)};
+}
+
+st_vec highest(st_vec a, st_vec b) {
+    return {std::max(a.x, b.x), std::max(a.y, b.y), std::max(a.z, b.z)};
+}
+
 float lengthOf(st_vec v) {
     return std::sqrt(dotProduct(v, v));
 }

@@ -78,6 +78,16 @@ constexpr st_vec operator-(st_vec a, st_vec b) {
 constexpr st_vec operator*(st_vec a, float k) {
     return {a.x * k, a.y * k, a.z * k};
 }
+constexpr bool operator==(st_vec a, st_vec b) {
+    return a.x == b.x && a.y == b.y && a.z == b.z;
+}
+constexpr bool operator!=(st_vec a, st_vec b) {
+    return !(a == b);
+}
+bool isFinite(st_vec v);
+// The smaller and the larger along each axis: for boxes.
+st_vec lowest(st_vec a, st_vec b);
+st_vec highest(st_vec a, st_vec b);
 constexpr float dotProduct(st_vec a, st_vec b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }

@@ -9,10 +9,6 @@
 #include <cstddef>
 #include <string>
 
-inline bool isFinite(const st_vec &v) {
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
-
 inline bool isShare(float number) {
     return number >= 0 && number <= 1;
 }
