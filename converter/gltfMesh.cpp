@@ -3,8 +3,8 @@
 
 #include "converter/colors.h"
 #include "converter/divide.h"
-
-#include <cmath>
+#include "converter/sceneCorners.h"
+#include "converter/wide.h"
 
 constexpr int MOST_LOOKED_AT = 32; // of the vertices at a point
 
@@ -17,15 +17,6 @@ st_meshMaker makerFor(const st_layer &layer, std::size_t materialCount) {
             static_cast<int>(i));
     maker.firstVertices.assign(layer.points.size(), -1);
     return maker;
-}
-
-static st_vec exactUnit(st_vec v) {
-    const double x = v.x, y = v.y, z = v.z;
-    const double length = std::sqrt(x * x + y * y + z * z);
-    if (!(length > 0))
-        return {0, 1, 0};
-    return {static_cast<float>(x / length), static_cast<float>(y / length),
-            static_cast<float>(z / length)};
 }
 
 // What is being made: the arrays, and for each vertex the next at its point and where it came from.
@@ -52,7 +43,7 @@ static unsigned addVertex(st_makingArrays &making, int number) {
     const auto vertex = static_cast<int>(making.corners.size());
     making.arrays.positions.push_back(layer.points[static_cast<std::size_t>(corner.point)] -
                                       layer.pivot);
-    making.arrays.normals.push_back(exactUnit(corner.normal));
+    making.arrays.normals.push_back(directionOf(wide(corner.normal), {0, 1, 0}));
     if (making.isTextured)
         making.arrays.uvs.push_back({corner.uv.u, 1 - corner.uv.v});
     if (!layer.colors.empty()) {
@@ -87,11 +78,7 @@ st_meshArrays meshArrays(st_meshMaker &maker, int material, bool isTextured) {
         const st_scenePolygon &polygon = layer.polygons[static_cast<std::size_t>(number)];
         places.clear();
         for (int i = 0; i < polygon.cornerCount; i++)
-            places.push_back(layer.points[static_cast<std::size_t>(
-                layer
-                    .corners[static_cast<std::size_t>(polygon.firstCorner) +
-                             static_cast<std::size_t>(i)]
-                    .point)]);
+            places.push_back(placeOf(layer, polygon, i));
         dividePolygon(places, &triangles);
         for (const int corner : triangles)
             making.arrays.indices.push_back(vertexOf(making, polygon.firstCorner + corner));

@@ -1,6 +1,8 @@
 // Normals are turned by cofactors, which no place without a volume makes infinite.
 #include "converter/gltfPlaces.h"
 
+#include "converter/wide.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -90,19 +92,10 @@ st_normalPlace normalPlace(const st_gltfPlace &place) {
     return result;
 }
 
-bool toUnit(double x, double y, double z, st_vec *normal) {
-    const double length = std::sqrt(x * x + y * y + z * z);
-    if (!(length > 0) || !std::isfinite(length))
-        return false;
-    *normal = {static_cast<float>(x / length), static_cast<float>(y / length),
-               static_cast<float>(z / length)};
-    return true;
-}
-
-bool placedNormal(const st_normalPlace &place, const float (&n)[3], st_vec *normal) {
+st_vec placedNormal(const st_normalPlace &place, const float (&n)[3], st_vec otherwise) {
     double sum[3] = {};
     for (int row = 0; row < 3; row++)
         for (int column = 0; column < 3; column++)
             sum[row] += place.rows[row][column] * static_cast<double>(n[column]);
-    return toUnit(sum[0], sum[1], sum[2], normal);
+    return directionOf({sum[0], sum[1], sum[2]}, otherwise);
 }

@@ -27,8 +27,7 @@ st_gltfPlace placeOfMatrix(const double (&matrix)[16]);
 st_vec placedPoint(const st_gltfPlace &place, const float (&point)[3]);
 st_normalPlace normalPlace(const st_gltfPlace &place);
 
-// These leave *normal as it is, and return false, where there is no direction.
-bool placedNormal(const st_normalPlace &place, const float (&n)[3], st_vec *normal);
-bool toUnit(double x, double y, double z, st_vec *normal);
+// Of length 1; `otherwise` where there is no direction.
+st_vec placedNormal(const st_normalPlace &place, const float (&n)[3], st_vec otherwise);
 
 float sound(double number); // 0 for what is none

@@ -5,6 +5,7 @@
 #include "converter/colors.h"
 #include "converter/gltfText.h"
 #include "converter/gltfValues.h"
+#include "converter/wide.h"
 
 #include <algorithm>
 #include <numeric>
@@ -16,17 +17,6 @@ void note(st_gltfReading &reading, bool isNote, const char *rule, const std::str
 }
 
 // --------------------------------------------------------------------------- triangles
-
-static st_vec faceNormal(const st_vec &a, const st_vec &b, const st_vec &c) {
-    const double p[3] = {static_cast<double>(b.x) - a.x, static_cast<double>(b.y) - a.y,
-                         static_cast<double>(b.z) - a.z};
-    const double q[3] = {static_cast<double>(c.x) - a.x, static_cast<double>(c.y) - a.y,
-                         static_cast<double>(c.z) - a.z};
-    st_vec normal = {0, 1, 0};
-    toUnit(p[1] * q[2] - p[2] * q[1], p[2] * q[0] - p[0] * q[2], p[0] * q[1] - p[1] * q[0],
-           &normal);
-    return normal;
-}
 
 // Strips and fans as single triangles, without those that only lead on.
 static std::vector<unsigned> asTriangles(std::vector<unsigned> indices, int mode) {
@@ -182,7 +172,7 @@ static void addPolygons(const st_attributes &from, const std::vector<unsigned> &
         if (place.isMirror)
             std::swap(order[1], order[2]);
         const auto point = [&](int i) { return layer->points[firstPoint + order[i]]; };
-        const st_vec face = faceNormal(point(0), point(1), point(2));
+        const st_vec face = directionOf(areaOf(point(0), point(1), point(2)), {0, 1, 0});
         layer->polygons.push_back({look.material, static_cast<int>(layer->corners.size()), 3});
         for (const std::size_t number : order) {
             const std::size_t vertex = vertices[number];
@@ -190,7 +180,7 @@ static void addPolygons(const st_attributes &from, const std::vector<unsigned> &
             if (from.normals.count > 0) {
                 float normal[3];
                 rowAt(from.normals, vertex, normal);
-                placedNormal(place, normal, &corner.normal);
+                corner.normal = placedNormal(place, normal, face);
             }
             if (from.uvs.count > 0)
                 corner.uv = placedUv(look, from.uvs, vertex);

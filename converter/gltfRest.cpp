@@ -109,8 +109,7 @@ static void putOn(const st_gltfPlace &place, std::size_t vertex, st_rows *positi
     if (normals->count == 0)
         return;
     rowAt(*normals, vertex, row);
-    st_vec normal = {0, 0, 0};
-    placedNormal(normalPlace(place), row, &normal);
+    const st_vec normal = placedNormal(normalPlace(place), row, {0, 0, 0});
     std::copy_n(&normal.x, 3, &normals->own[vertex * 3]);
 }
 

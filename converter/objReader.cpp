@@ -5,24 +5,12 @@
 #include "converter/objMaterials.h"
 #include "converter/objParsing.h"
 #include "converter/sceneFiles.h"
+#include "converter/wide.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <unordered_map>
-
-// In double, as far corners of thin faces lose too much in float.
-struct st_wide {
-    double x = 0, y = 0, z = 0;
-};
-
-static st_vec directionOf(const st_wide &v, st_vec otherwise) {
-    const double length = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
-    if (!(length > 0) || !std::isfinite(length))
-        return otherwise;
-    return {static_cast<float>(v.x / length), static_cast<float>(v.y / length),
-            static_cast<float>(v.z / length)};
-}
 
 // As long as twice the face is large.
 static st_wide faceNormal(const st_objParts &parts, const st_objFace &face) {
@@ -31,18 +19,9 @@ static st_wide faceNormal(const st_objParts &parts, const st_objFace &face) {
             static_cast<std::size_t>(face.firstCorner) + static_cast<std::size_t>(i);
         return parts.points[static_cast<std::size_t>(parts.corners[corner].point)];
     };
-    const st_vec origin = pointAt(0);
     st_wide sum;
-    for (int i = 1; i + 1 < face.cornerCount; i++) {
-        const st_vec p = pointAt(i), q = pointAt(i + 1);
-        const st_wide a = {static_cast<double>(p.x) - origin.x, static_cast<double>(p.y) - origin.y,
-                           static_cast<double>(p.z) - origin.z};
-        const st_wide b = {static_cast<double>(q.x) - origin.x, static_cast<double>(q.y) - origin.y,
-                           static_cast<double>(q.z) - origin.z};
-        sum.x += a.y * b.z - a.z * b.y;
-        sum.y += a.z * b.x - a.x * b.z;
-        sum.z += a.x * b.y - a.y * b.x;
-    }
+    for (int i = 1; i + 1 < face.cornerCount; i++)
+        sum = sum + areaOf(pointAt(0), pointAt(i), pointAt(i + 1));
     return sum;
 }
 
@@ -66,7 +45,7 @@ static Sums smoothNormals(const st_objParts &parts) {
             if (parts.corners[corner].normal >= 0)
                 continue;
             st_wide &sum = sums[sumKey(parts.corners[corner].point, face.smoothing)];
-            sum = {sum.x + normal.x, sum.y + normal.y, sum.z + normal.z};
+            sum = sum + normal;
         }
     }
     return sums;
@@ -85,7 +64,7 @@ static st_vec normalAt(const st_objReading &reading, const st_objFace &face,
                        const st_objCorner &corner, st_vec flat) {
     if (corner.normal >= 0) {
         const st_vec given = reading.parts->normals[static_cast<std::size_t>(corner.normal)];
-        return directionOf({given.x, given.y, given.z}, flat);
+        return directionOf(wide(given), flat);
     }
     if (face.smoothing == 0)
         return flat;
