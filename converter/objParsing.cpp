@@ -265,8 +265,7 @@ static void dropBrokenFaces(st_objParts *parts) {
     };
     const auto isBroken = [&](const st_objFace &face) {
         for (int i = 0; i < face.cornerCount; i++) {
-            st_objCorner &corner = parts->corners[static_cast<std::size_t>(face.firstCorner) +
-                                                  static_cast<std::size_t>(i)];
+            st_objCorner &corner = cornerOf(*parts, face, i);
             if (!inRange(corner.point, parts->points.size()))
                 return true;
             if (!inRange(corner.uv, parts->uvs.size()))

@@ -3,6 +3,7 @@
 
 #include "converter/scene.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,14 @@ struct st_objParts {
     int facesLeftOut = 0;                       // that name points which are not there
     bool hasCurves = false;
 };
+
+inline st_objCorner &cornerOf(st_objParts &parts, const st_objFace &face, int i) {
+    return parts.corners[static_cast<std::size_t>(face.firstCorner) + static_cast<std::size_t>(i)];
+}
+
+inline const st_objCorner &cornerOf(const st_objParts &parts, const st_objFace &face, int i) {
+    return parts.corners[static_cast<std::size_t>(face.firstCorner) + static_cast<std::size_t>(i)];
+}
 
 // Numbers are finite, indices in range. *text is used up.
 st_objParts parseObj(std::string *text);

@@ -15,9 +15,7 @@
 // As long as twice the face is large.
 static st_wide faceNormal(const st_objParts &parts, const st_objFace &face) {
     const auto pointAt = [&](int i) {
-        const auto corner =
-            static_cast<std::size_t>(face.firstCorner) + static_cast<std::size_t>(i);
-        return parts.points[static_cast<std::size_t>(parts.corners[corner].point)];
+        return parts.points[static_cast<std::size_t>(cornerOf(parts, face, i).point)];
     };
     st_wide sum;
     for (int i = 1; i + 1 < face.cornerCount; i++)
@@ -40,11 +38,10 @@ static Sums smoothNormals(const st_objParts &parts) {
             continue;
         const st_wide normal = faceNormal(parts, face);
         for (int i = 0; i < face.cornerCount; i++) {
-            const auto corner =
-                static_cast<std::size_t>(face.firstCorner) + static_cast<std::size_t>(i);
-            if (parts.corners[corner].normal >= 0)
+            const st_objCorner &corner = cornerOf(parts, face, i);
+            if (corner.normal >= 0)
                 continue;
-            st_wide &sum = sums[sumKey(parts.corners[corner].point, face.smoothing)];
+            st_wide &sum = sums[sumKey(corner.point, face.smoothing)];
             sum = sum + normal;
         }
     }
@@ -91,8 +88,7 @@ static void addFace(st_objReading &reading, const st_objFace &face, st_layer *la
     layer->polygons.push_back(
         {static_cast<int>(number), static_cast<int>(layer->corners.size()), face.cornerCount});
     for (int i = 0; i < face.cornerCount; i++) {
-        const st_objCorner &from =
-            parts.corners[static_cast<std::size_t>(face.firstCorner) + static_cast<std::size_t>(i)];
+        const st_objCorner &from = cornerOf(parts, face, i);
         st_sceneCorner corner = {
             pointIn(reading, from.point, layer), normalAt(reading, face, from, flat), {0, 0}};
         if (from.normal >= 0 || face.smoothing != 0)
@@ -127,11 +123,7 @@ static void addLayers(st_objReading &reading) {
         for (const int number : faces[i]) {
             const st_objFace &face = parts.faces[static_cast<std::size_t>(number)];
             for (int k = 0; k < face.cornerCount; k++)
-                reading.numbers[static_cast<std::size_t>(
-                    parts
-                        .corners[static_cast<std::size_t>(face.firstCorner) +
-                                 static_cast<std::size_t>(k)]
-                        .point)] = -1;
+                reading.numbers[static_cast<std::size_t>(cornerOf(parts, face, k).point)] = -1;
         }
         reading.scene->layers.push_back(std::move(layer));
     }
