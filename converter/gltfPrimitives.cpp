@@ -147,18 +147,15 @@ static void addPoints(const st_rows &positions, const std::vector<unsigned> &ver
     }
 }
 
+// Of the layer's last corners, which are those of the triangles.
 static void addColors(const st_rows &colors, const std::vector<unsigned> &triangles,
-                      const std::vector<unsigned> &vertices, bool isMirror, st_layer *layer) {
+                      const std::vector<unsigned> &vertices, st_layer *layer) {
     if (colors.count == 0 && layer->colors.empty())
         return;
-    layer->colors.resize(layer->corners.size() - triangles.size(), {1, 1, 1});
-    layer->colors.reserve(layer->corners.size());
-    for (std::size_t i = 0; i < triangles.size(); i++) {
-        const std::size_t turned = isMirror && i % 3 > 0 ? i - i % 3 + 3 - i % 3 : i;
-        layer->colors.push_back(colors.count == 0
-                                    ? st_vec{1, 1, 1}
-                                    : shownColorAt(colors, vertices[triangles[turned]]));
-    }
+    layer->colors.resize(layer->corners.size(), {1, 1, 1});
+    const std::size_t first = layer->corners.size() - triangles.size();
+    for (std::size_t i = 0; i < triangles.size() && colors.count > 0; i++)
+        layer->colors[first + i] = shownColorAt(colors, vertices[triangles[i]]);
 }
 
 // `triangles` are numbers of vertices, which became the points from firstPoint on.
@@ -167,25 +164,23 @@ static void addPolygons(const st_attributes &from, const std::vector<unsigned> &
                         const st_normalPlace &place, std::size_t firstPoint, st_layer *layer) {
     layer->corners.reserve(layer->corners.size() + triangles.size());
     layer->polygons.reserve(layer->polygons.size() + triangles.size() / 3);
-    for (std::size_t t = 0; t < triangles.size(); t += 3) {
-        std::size_t order[3] = {triangles[t], triangles[t + 1], triangles[t + 2]};
-        if (place.isMirror)
-            std::swap(order[1], order[2]);
-        const auto point = [&](int i) { return layer->points[firstPoint + order[i]]; };
-        const st_vec face = directionOf(areaOf(point(0), point(1), point(2)), {0, 1, 0});
-        layer->polygons.push_back({look.material, static_cast<int>(layer->corners.size()), 3});
-        for (const std::size_t number : order) {
-            const std::size_t vertex = vertices[number];
-            st_sceneCorner corner = {static_cast<int>(firstPoint + number), face, {0, 0}};
-            if (from.normals.count > 0) {
-                float normal[3];
-                rowAt(from.normals, vertex, normal);
-                corner.normal = placedNormal(place, normal, face);
-            }
-            if (from.uvs.count > 0)
-                corner.uv = placedUv(look, from.uvs, vertex);
-            layer->corners.push_back(corner);
+    st_vec face = {};
+    for (std::size_t i = 0; i < triangles.size(); i++) {
+        const auto point = [&](std::size_t k) { return layer->points[firstPoint + triangles[k]]; };
+        if (i % 3 == 0) {
+            face = directionOf(areaOf(point(i), point(i + 1), point(i + 2)), {0, 1, 0});
+            layer->polygons.push_back({look.material, static_cast<int>(layer->corners.size()), 3});
         }
+        const std::size_t vertex = vertices[triangles[i]];
+        st_sceneCorner corner = {static_cast<int>(firstPoint + triangles[i]), face, {0, 0}};
+        if (from.normals.count > 0) {
+            float normal[3];
+            rowAt(from.normals, vertex, normal);
+            corner.normal = placedNormal(place, normal, face);
+        }
+        if (from.uvs.count > 0)
+            corner.uv = placedUv(look, from.uvs, vertex);
+        layer->corners.push_back(corner);
     }
 }
 
@@ -234,8 +229,10 @@ std::string addPrimitive(st_gltfReading &reading, const tinygltf::Primitive &pri
     st_normalPlace normals = normalPlace(place);
     if (isHung)
         normals.isMirror = normalPlace(rest.bones->front()).isMirror;
+    for (std::size_t i = 0; i < triangles.size() && normals.isMirror; i += 3)
+        std::swap(triangles[i + 1], triangles[i + 2]);
     addPoints(from.positions, vertices, place, layer);
     addPolygons(from, triangles, vertices, look, normals, firstPoint, layer);
-    addColors(from.colors, triangles, vertices, normals.isMirror, layer);
+    addColors(from.colors, triangles, vertices, layer);
     return "";
 }
