@@ -8,6 +8,7 @@
 #include "converter/pictureDecoder.h"
 #include "converter/pictureSearch.h"
 #include "converter/pixelBudget.h"
+#include "converter/sceneFiles.h"
 
 #include <algorithm>
 #include <cmath>
@@ -174,16 +175,16 @@ static int pictureOf(st_surfaceReading *reading, const std::string &path,
     const std::string key = keyOf(path, blending);
     if (const auto found = reading->pictures.find(key); found != reading->pictures.end())
         return found->second;
-    const std::vector<unsigned char> bytes = pictureBytes(path);
+    std::vector<unsigned char> bytes;
     st_scenePicture picture;
-    *problem =
-        bytes.empty() ? "it cannot be read" : decodePicture(bytes.data(), bytes.size(), &picture);
+    *problem = readBytes(path, &bytes);
+    if (problem->empty())
+        *problem = decodePicture(bytes.data(), bytes.size(), &picture);
     if (problem->empty() && !hasRoomFor(*reading->scene, picture.width, picture.height))
         *problem = "all pictures together are too large";
     if (!problem->empty())
         return -1;
-    const std::string name = nameInPath(path);
-    picture.name = utf8(name.substr(0, name.rfind('.')).c_str());
+    picture.name = utf8(bareName(path).c_str());
     makeOpaque(&picture);
     if (!isUnchanged(blending))
         blend(blending, &picture);

@@ -8,13 +8,11 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <fstream>
 
 namespace fs = std::filesystem;
 
 constexpr std::size_t FOLDER_LIMIT = 256;
-constexpr std::size_t FILE_LIMIT = 20000;                 // of a folder that are looked at
-constexpr std::streamoff PICTURE_BYTES_LIMIT = 1LL << 29; // of a file
+constexpr std::size_t FILE_LIMIT = 20000; // of a folder that are looked at
 
 std::string nameInPath(const std::string &path) {
     const std::size_t separator = path.find_last_of("/\\:");
@@ -128,17 +126,4 @@ std::string findSequence(st_pictureFolders *folders, const std::string &prefix,
                 return pathOf(folder, name);
     }
     return "";
-}
-
-std::vector<unsigned char> pictureBytes(const std::string &path) {
-    if (!isRegularFile(path.c_str()))
-        return {};
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
-    const std::streamoff size = file.tellg();
-    if (!file || size < 1 || size > PICTURE_BYTES_LIMIT)
-        return {};
-    std::vector<unsigned char> bytes(static_cast<std::size_t>(size));
-    file.seekg(0);
-    file.read(reinterpret_cast<char *>(bytes.data()), size);
-    return file ? bytes : std::vector<unsigned char>();
 }

@@ -32,6 +32,3 @@ std::string findSequence(st_pictureFolders *folders, const std::string &prefix,
 
 // The name in a path as any system writes it, without its folders.
 std::string nameInPath(const std::string &path);
-
-// The bytes of a picture file; empty when it cannot be read or is far too large for a picture.
-std::vector<unsigned char> pictureBytes(const std::string &path);
