@@ -203,9 +203,12 @@ static int findPictureOf(st_surfaceReading *reading, const st_surfaceInScene &in
     if (name.name.empty() || name.name == "(none)")
         return -1;
     const std::string shown = quoted(nameInPath(name.name).c_str());
-    const std::string path = name.isSequence
-                                 ? findSequence(&reading->folders, name.name, name.suffix)
-                                 : findPicture(&reading->folders, name.name);
+    std::string path;
+    if (name.isSequence)
+        path = findSequence(&reading->folders, name.name, name.suffix);
+    // Somebody may have written of a single picture that it is a sequence.
+    if (path.empty())
+        path = findPicture(&reading->folders, name.name);
     if (path.empty()) {
         say(reading, "missing-image", false, "picture " + shown + " of " + label + " is not there",
             PLAIN, "put it beside the model");

@@ -343,6 +343,9 @@ TEST(ObjectReader, looksForPicturesAround) {
     writeFile(place + "/objects/leaf.tga", PICTURE);
     writeFile(place + "/objects/bad.tga", "no picture");
     const auto still = [](const char *name) { return sub("STIL", s0(name)); };
+    const auto sequence = [](const char *prefix, const char *suffix) {
+        return sub("ISEQ", u1(3) + u1(0) + u2(0) + u2(0) + u2(0) + u2(9) + s0(prefix) + s0(suffix));
+    };
     const struct {
         std::string source;
         const char *picture; // "": none
@@ -353,8 +356,8 @@ TEST(ObjectReader, looksForPicturesAround) {
         {still("nowhere.tga"), "", "missing-image!"},
         {still("bad.tga"), "", "unreadable-image!"},
         {still(".."), "", "missing-image!"},
-        {sub("ISEQ", u1(3) + u1(0) + u2(0) + u2(0) + u2(0) + u2(9) + s0("A:Run") + s0(".tga")),
-         "run007", "moving-clip"},
+        {sequence("A:Run", ".tga"), "run007", "moving-clip"},
+        {sequence("Leaf.tga", ""), "leaf", "moving-clip"}, // as the older layout may say of one
         {sub("XREF", u4(2) + s0("other")), "leaf", ""},
     };
     for (const auto &of : cases) {
