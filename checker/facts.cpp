@@ -118,6 +118,13 @@ std::string textureTypeName(unsigned int type) {
     }
 }
 
+std::string textureKind(const st_lwTexture *texture) {
+    const std::string type = textureTypeName(texture->type);
+    return texture->type == lwID("IMAP")
+               ? projectionName(texture->param.imageMap.projection) + " " + type
+               : type;
+}
+
 std::string clipTypeName(unsigned int type) {
     switch (type) {
     case lwID("STIL"): return "still image";
@@ -249,6 +256,13 @@ std::vector<st_channelTextures> channelTextures(const st_lwSurface *surface) {
         {"translucency", surface->translucency.textures},
         {"bump", surface->bump.textures},
     };
+}
+
+int countOtherTextures(const st_lwSurface *surface) {
+    int count = -lengthOf(surface->color.textures);
+    for (const st_channelTextures &channel : channelTextures(surface))
+        count += lengthOf(channel.textures);
+    return count;
 }
 
 // ------------------------------------------------------------------------- textures

@@ -11,6 +11,8 @@
 
 // ------------------------------------------------------------------------- geometry
 
+constexpr int LAYER_HIDDEN = 1; // in st_lwLayer::flags
+
 struct st_box {
     bool empty; // no point, or none with a position
     float low[3];
@@ -54,11 +56,15 @@ struct st_channelTextures {
 // All ten, colour first.
 std::vector<st_channelTextures> channelTextures(const st_lwSurface *surface);
 
+// How many textures channels other than colour have.
+int countOtherTextures(const st_lwSurface *surface);
+
 // ---------------------------------------------------------------- what codes stand for
 //
 // Codes that mean nothing give "code N".
 
 std::string textureTypeName(unsigned int type);
+std::string textureKind(const st_lwTexture *texture); // with the projection of an image map
 std::string projectionName(int projection);
 std::string axisName(int axis);
 std::string clipTypeName(unsigned int type);

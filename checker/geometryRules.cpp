@@ -4,7 +4,6 @@
 #include "checker/rules.h"
 
 constexpr std::size_t LONGEST_NAME = 31; // bytes of a surface's name that the renderer keeps
-constexpr int LAYER_HIDDEN = 1;          // in st_lwLayer::flags
 
 // ------------------------------------------------------------------ loading, layers
 

@@ -135,6 +135,14 @@ std::string joined(const std::vector<std::string> &words) {
     return text;
 }
 
+std::string joinedCounts(const std::vector<st_countOf> &counts) {
+    std::vector<std::string> words;
+    for (const st_countOf &of : counts)
+        if (of.count > 0)
+            words.push_back(of.before + counted(of.count, of.thing));
+    return joined(words);
+}
+
 std::string spacedWords(const std::string &camelCase) {
     std::string words;
     for (const char c : camelCase) {

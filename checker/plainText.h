@@ -22,6 +22,15 @@ std::string idText(unsigned int id);
 // "1 point", "2 points".
 std::string counted(long long count, const std::string &thing);
 
+struct st_countOf {
+    const char *before; // such as "the luminosity of "
+    long long count;
+    const char *thing;
+};
+
+// "the luminosity of 2 surfaces and 1 shader": those of which there are any.
+std::string joinedCounts(const std::vector<st_countOf> &counts);
+
 // "a", "a and b", "a, b and c".
 std::string joined(const std::vector<std::string> &words);
 

@@ -21,13 +21,6 @@ static std::string imageLabel(const st_imageFacts &image) {
 // -------------------------------------------------------------------- colour textures
 
 // The renderer takes the first one.
-static std::string textureKind(const st_lwTexture &texture) {
-    const std::string type = textureTypeName(texture.type);
-    return texture.type == lwID("IMAP")
-               ? projectionName(texture.param.imageMap.projection) + " " + type
-               : type;
-}
-
 static bool hasUnseenTexture(const st_surfaceUse &use) {
     return use.drawn > 0 && !use.isUv && use.surface->color.textures != nullptr;
 }
@@ -36,7 +29,7 @@ static void unseenTextures(const st_checkedModel &model, const st_surfaceUse &us
                            st_ruleReport *to) {
     if (model.format != "LWOB" && hasUnseenTexture(use))
         report(to,
-               surfaceLabel(use) + " has a " + textureKind(*use.surface->color.textures) +
+               surfaceLabel(use) + " has a " + textureKind(use.surface->color.textures) +
                    " as colour texture",
                "not shown, " + std::string(PLAIN),
                "map the image by UV, with a map " + quoted(use.name.c_str()));
@@ -297,14 +290,6 @@ static void lastingImages(const st_checkedModel &model, st_ruleReport *to) {
                "add a surface behind it whose UV texture has no image; it needs no polygons");
 }
 
-// Textures of other channels than colour.
-static int countOtherTextures(const st_lwSurface *surface) {
-    int count = -lengthOf(surface->color.textures);
-    for (const st_channelTextures &channel : channelTextures(surface))
-        count += lengthOf(channel.textures);
-    return count;
-}
-
 // What the renderer leaves out of every model.
 static void leftOut(const st_checkedModel &model, st_ruleReport *to) {
     int transparent = 0;
@@ -319,18 +304,13 @@ static void leftOut(const st_checkedModel &model, st_ruleReport *to) {
         textures += countOtherTextures(use.surface);
         shaders += use.surface->shaderCount;
     }
-    std::vector<std::string> things;
-    const auto add = [&](const std::string &what, int count, const std::string &thing) {
-        if (count > 0)
-            things.push_back(what + counted(count, thing));
-    };
-    add("the transparency of ", transparent, "surface");
-    add("the luminosity of ", luminous, "surface");
-    add("", textures, "other texture");
-    add("", shaders, "shader");
-    add("", model.object->envelopeCount, "envelope");
+    const std::string things = joinedCounts({{"the transparency of ", transparent, "surface"},
+                                             {"the luminosity of ", luminous, "surface"},
+                                             {"", textures, "other texture"},
+                                             {"", shaders, "shader"},
+                                             {"", model.object->envelopeCount, "envelope"}});
     if (!things.empty())
-        report(to, joined(things), "left out by the renderer", "");
+        report(to, things, "left out by the renderer", "");
 }
 
 const std::vector<st_rule> TEXTURE_RULES = {

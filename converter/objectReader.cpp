@@ -14,7 +14,6 @@
 #include <map>
 #include <unordered_map>
 
-constexpr int LAYER_HIDDEN = 1;       // in st_lwLayer::flags
 constexpr int PARENT_NONE = 0xFFFF;   // in st_lwLayer::parent
 constexpr float WITHOUT_AREA = 1e-6F; // of the square of its extent
 
@@ -350,32 +349,21 @@ static void settleWraps(st_objectReading *reading) {
 // ------------------------------------------------------------------------- what is lost
 
 static void sayCounts(const st_leftOut &counts, std::vector<st_finding> *lost) {
-    const struct {
-        const char *rule;
-        const char *thing;
-        const char *consequence;
-        int count;
-        bool isNote;
-    } LINES[] = {
-        {"corners", "polygon of 1 corner", "left out", counts.points, true},
-        {"corners", "polygon of 2 corners", "left out", counts.lines, true},
-        {"polygon-type", "curve", "left out", counts.curves, true},
-        {"polygon-type", "bone", "left out", counts.bones, true},
-        {"polygon-type", "metaball", "left out", counts.metaballs, false},
-        {"polygon-type", "patch", "taken as flat faces between its points", counts.flatPatches,
-         true},
-        {"normal", "polygon without an area", "left out", counts.withoutArea, true},
-        {"position", "polygon at coordinates that are no numbers", "left out", counts.withoutPlace,
-         false},
+    const auto say = [lost](const char *rule, bool isNote, int count, const char *thing,
+                            const char *more, const char *consequence) {
+        if (count > 0)
+            lost->push_back({rule, isNote, counted(count, thing) + more, consequence, ""});
     };
-    for (const auto &line : LINES)
-        if (line.count > 0) {
-            const std::string thing = line.thing;
-            const std::size_t end = std::min(thing.find(' '), thing.size());
-            lost->push_back({line.rule, line.isNote,
-                             counted(line.count, thing.substr(0, end)) + thing.substr(end),
-                             line.consequence, ""});
-        }
+    say("corners", true, counts.points, "polygon", " of 1 corner", "left out");
+    say("corners", true, counts.lines, "polygon", " of 2 corners", "left out");
+    say("polygon-type", true, counts.curves, "curve", "", "left out");
+    say("polygon-type", true, counts.bones, "bone", "", "left out");
+    say("polygon-type", false, counts.metaballs, "metaball", "", "left out");
+    say("polygon-type", true, counts.flatPatches, "curved polygon", "",
+        "taken as flat between the points");
+    say("normal", true, counts.withoutArea, "polygon", " without an area", "left out");
+    say("position", false, counts.withoutPlace, "polygon", " at coordinates that are no numbers",
+        "left out");
 }
 
 static void sayUnmapped(const st_objectReading &reading) {
@@ -389,18 +377,10 @@ static void sayUnmapped(const st_objectReading &reading) {
                                      "they get the picture's lower left corner", "add to the map"});
 }
 
-static int countOtherTextures(const st_lwSurface &surface) {
-    int count = 0;
-    for (const st_channelTextures &channel : channelTextures(&surface))
-        if (channel.textures != surface.color.textures)
-            count += lengthOf(channel.textures);
-    return count;
-}
-
 static void sayRest(const st_objectReading &reading) {
     int textures = 0, shaders = 0, reflections = 0, maps = 0;
     forEach(reading.object->surfaces, [&](const st_lwSurface &surface) {
-        textures += countOtherTextures(surface);
+        textures += countOtherTextures(&surface);
         shaders += surface.shaderCount;
         reflections += surface.reflection.value > 0 ? 1 : 0;
     });
@@ -411,18 +391,13 @@ static void sayRest(const st_objectReading &reading) {
             maps += isCarried ? 0 : 1;
         });
     });
-    std::vector<std::string> things;
-    const auto add = [&](const std::string &what, int count, const std::string &thing) {
-        if (count > 0)
-            things.push_back(what + counted(count, thing));
-    };
-    add("the reflection of ", reflections, "surface");
-    add("", textures, "other texture");
-    add("", shaders, "shader");
-    add("", reading.object->envelopeCount, "envelope");
-    add("", maps, "other vertex map");
+    const std::string things = joinedCounts({{"the reflection of ", reflections, "surface"},
+                                             {"", textures, "other texture"},
+                                             {"", shaders, "shader"},
+                                             {"", reading.object->envelopeCount, "envelope"},
+                                             {"", maps, "other vertex map"}});
     if (!things.empty())
-        reading.lost->push_back({"left-out", true, joined(things), "left out", ""});
+        reading.lost->push_back({"left-out", true, things, "left out", ""});
 }
 
 // -------------------------------------------------------------------------------- file

@@ -243,13 +243,6 @@ static bool isPictureLayer(const st_lwTexture &texture) {
            texture.opacityType != LW_OPACITY_DISPLACEMENT;
 }
 
-static std::string kindOf(const st_lwTexture &texture) {
-    const std::string type = textureTypeName(texture.type);
-    return texture.type == lwID("IMAP")
-               ? projectionName(texture.param.imageMap.projection) + " " + type
-               : type;
-}
-
 // The last of the list lies on top.
 static std::vector<const st_lwTexture *> fromTheTop(const st_lwSurface &surface) {
     std::vector<const st_lwTexture *> layers;
@@ -275,7 +268,7 @@ static void nameOthers(st_surfaceReading *reading, const st_lwSurface &surface,
             say(reading, "color-layers", !isShown,
                 labelOf(surface) + " has " +
                     (chosen != nullptr ? "another colour texture, a " : "as colour texture a ") +
-                    kindOf(*texture),
+                    textureKind(texture),
                 isShown ? "left out" : "left out, it does not show", "");
     }
 }

@@ -10,7 +10,6 @@
 
 using Rows = std::vector<std::vector<std::string>>;
 
-constexpr int LAYER_HIDDEN = 1;       // in st_lwLayer::flags
 constexpr std::size_t KEYS_SHOWN = 4; // of an envelope
 
 static std::string numbersText(const std::vector<double> &numbers) {
@@ -110,11 +109,9 @@ static std::string clipText(const st_lwObject *object, int index) {
 }
 
 static std::string textureText(const st_lwObject *object, const st_lwTexture &texture) {
-    std::string text = textureTypeName(texture.type);
-    if (texture.type == lwID("IMAP")) {
-        const st_lwImageMap &map = texture.param.imageMap;
-        text = projectionName(map.projection) + " " + text + ", " + clipText(object, map.clipIndex);
-    }
+    std::string text = textureKind(&texture);
+    if (texture.type == lwID("IMAP"))
+        text += ", " + clipText(object, texture.param.imageMap.clipIndex);
     const std::string attributes = attributesText(textureAttributes(&texture));
     return text + (attributes.empty() ? "" : ", " + attributes);
 }
