@@ -5,41 +5,38 @@
 #include <cstdio>
 #include <cstdlib>
 
-st_commandLine readCommandLine(int argc, char **argv, const std::vector<st_option> &known) {
+st_commandLine readCommandLine(const st_tool &tool, int argc, char **argv) {
     st_commandLine line;
     bool onlyWords = false;
-    for (int k = 1; k < argc && line.problem.empty(); k++) {
+    for (int k = 1; k < argc; k++) {
         const std::string word = argv[k];
-        const auto option = std::find_if(
-            known.begin(), known.end(), [&](const st_option &other) { return word == other.name; });
-        if (onlyWords || word.rfind('-', 0) != 0)
+        const auto option =
+            std::find_if(tool.options.begin(), tool.options.end(),
+                         [&](const st_option &known) { return word == known.name; });
+        if (onlyWords || word.rfind('-', 0) != 0) {
             line.words.push_back(word);
-        else if (word == "--")
+        } else if (word == "--") {
             onlyWords = true;
-        else if (word == "--help" || word == "-h")
-            line.help = true;
-        else if (word == "--version")
-            line.version = true;
-        else if (option == known.end())
-            line.problem = "unknown option " + word;
-        else if (!option->takesValue)
-            line.options.push_back({word, ""});
-        else if (k + 1 == argc)
-            line.problem = word + " takes a value";
-        else
-            line.options.push_back({word, argv[++k]});
+        } else if (word == "--help" || word == "-h") {
+            tool.printHelp();
+            std::exit(0);
+        } else if (word == "--version") {
+            std::printf("%s " TEST_RENDER_VERSION "\n", tool.name);
+            std::exit(0);
+        } else if (option == tool.options.end()) {
+            refuseCommandLine(tool, "unknown option " + word);
+        } else if (option->takesValue && k + 1 == argc) {
+            refuseCommandLine(tool, word + " takes a value");
+        } else {
+            line.options.push_back({word, option->takesValue ? argv[++k] : ""});
+        }
     }
     return line;
 }
 
-int printVersion(const char *tool) {
-    std::printf("%s " TEST_RENDER_VERSION "\n", tool);
-    return 0;
-}
-
-int refuseCommandLine(const char *tool, const std::string &problem) {
-    std::fprintf(stderr, "%s: %s; %s --help says how\n", tool, problem.c_str(), tool);
-    return STATUS_REFUSED;
+void refuseCommandLine(const st_tool &tool, const std::string &problem) {
+    std::fprintf(stderr, "%s: %s; %s --help says how\n", tool.name, problem.c_str(), tool.name);
+    std::exit(STATUS_REFUSED);
 }
 
 int readNumber(const char **text, int limit) {

@@ -1,9 +1,9 @@
 // Reading the command lines of the tools.
 //
-//   const st_commandLine line = readCommandLine(argc, argv, {{"--size", true}, {"--json", false}});
-//   if (line.version) return printVersion("lwoview");
-//   if (!line.problem.empty()) return refuseCommandLine("lwoview", line.problem);
+//   const st_tool LWOINFO = {"lwoinfo", printHelp, {{"--size", true}, {"--json", false}}};
+//   const st_commandLine line = readCommandLine(LWOINFO, argc, argv);
 //   for (const st_givenOption &option : line.options) ...
+//   if (line.words.empty()) refuseCommandLine(LWOINFO, "names no file");
 #pragma once
 
 #include <string>
@@ -16,31 +16,32 @@ struct st_option {
     bool takesValue;  // the next word, whatever it is
 };
 
+struct st_tool {
+    const char *name;
+    void (*printHelp)();            // on standard output
+    std::vector<st_option> options; // besides --help, -h and --version, which all tools know
+};
+
 struct st_givenOption {
     std::string name;
     std::string value; // "" when it takes none
 };
 
 struct st_commandLine {
-    bool help = false;                   // --help or -h was given
-    bool version = false;                // --version was given
     std::vector<st_givenOption> options; // in the order in which they were given
     std::vector<std::string> words;      // all that is neither option nor value
-    std::string problem;                 // such as "unknown option --sise"; "": none
 };
-
-// Reads up to the first problem. Words that begin with a dash are options, those after "--" are
-// not.
-st_commandLine readCommandLine(int argc, char **argv, const std::vector<st_option> &known);
-
-// Prints the tool's name and version on standard output. Returns 0, for main.
-int printVersion(const char *tool);
 
 constexpr int STATUS_REFUSED = 2; // of a process that could not make sense of its command line
 
+// Words that begin with a dash are options, those after "--" are not. Ends the process with status
+// 0 where help or the version is asked for, and as refuseCommandLine does at an option that is not
+// known or lacks its value.
+st_commandLine readCommandLine(const st_tool &tool, int argc, char **argv);
+
 // Says what is wrong with a command line, and how to learn what is right, in one line on standard
-// error. Returns STATUS_REFUSED.
-int refuseCommandLine(const char *tool, const std::string &problem);
+// error. The process ends with STATUS_REFUSED.
+[[noreturn]] void refuseCommandLine(const st_tool &tool, const std::string &problem);
 
 struct st_pictureSize {
     int width;

@@ -42,6 +42,9 @@ static void printHelp() {
                     model.source, pictureNames(model).c_str());
 }
 
+static const st_tool MAKE_SET = {
+    "makeSet", printHelp, {{"--words", true}, {"--update", false}, {"--force", false}}};
+
 // "" or why not. Of a command line that cannot be followed whole nothing is done.
 static std::string readParts(const std::vector<std::string> &words, st_setParts *parts) {
     if (words.empty())
@@ -103,18 +106,10 @@ static void takeWords(const std::string &path) {
 }
 
 int main(int argc, char **argv) {
-    const st_commandLine line =
-        readCommandLine(argc, argv, {{"--words", true}, {"--update", false}, {"--force", false}});
-    if (line.help) {
-        printHelp();
-        return 0;
-    }
-    if (line.version)
-        return printVersion("makeSet");
+    const st_commandLine line = readCommandLine(MAKE_SET, argc, argv);
     st_setParts parts;
-    const std::string problem = line.problem.empty() ? readParts(line.words, &parts) : line.problem;
-    if (!problem.empty())
-        return refuseCommandLine("makeSet", problem);
+    if (const std::string problem = readParts(line.words, &parts); !problem.empty())
+        refuseCommandLine(MAKE_SET, problem);
     const std::string &directory = line.words[0];
     std::string words;
     isGiven(line, "--words", &words);

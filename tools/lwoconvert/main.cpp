@@ -160,18 +160,7 @@ static int convert(st_options options) {
 }
 
 int main(int argc, char **argv) try {
-    const st_commandLine line = readCommandLine(argc, argv, KNOWN_OPTIONS);
-    if (line.help) {
-        std::printf("%s\n%s", USAGE, HELP);
-        return STATUS_WHOLE;
-    }
-    if (line.version)
-        return printVersion("lwoconvert");
-    st_options options;
-    const std::string problem = line.problem.empty() ? readOptions(line, &options) : line.problem;
-    if (!problem.empty())
-        return refuseCommandLine("lwoconvert", problem);
-    return convert(options);
+    return convert(readOptions(argc, argv));
 } catch (const std::bad_alloc &) {
     return fail("there is not enough memory");
 } catch (const std::exception &failure) {

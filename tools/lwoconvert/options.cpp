@@ -1,13 +1,15 @@
 #include "tools/lwoconvert/options.h"
 
 #include "converter/modelFormats.h"
+#include "tools/arguments.h"
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
-const char *const USAGE = "usage: lwoconvert [OPTIONS] IN OUT\n";
-
-const char *const HELP =
+static const char *const HELP =
+    "usage: lwoconvert [OPTIONS] IN OUT\n"
+    "\n"
     "Converts a model for the show, or one of the show's for others. IN ends in .lwo (LWO2, LWOB),\n"
     ".glb, .gltf or .obj, OUT in .lwo (LWO2, with its pictures beside it) or .glb. What cannot be\n"
     "carried over is said in a line each.\n"
@@ -26,10 +28,15 @@ const char *const HELP =
     "Whatever their order, it is mirrored, turned, scaled, fitted, then moved.\n"
     "Status: 0 converted, 1 converted without something that shows, 2 nothing written.\n";
 
-const std::vector<st_option> KNOWN_OPTIONS = {
-    {"--fit", true},  {"--mirror", true}, {"--turn", true},   {"--scale", true},
-    {"--move", true}, {"--force", false}, {"--quiet", false},
-};
+static const st_tool LWOCONVERT = {"lwoconvert",
+                                   [] { std::fputs(HELP, stdout); },
+                                   {{"--fit", true},
+                                    {"--mirror", true},
+                                    {"--turn", true},
+                                    {"--scale", true},
+                                    {"--move", true},
+                                    {"--force", false},
+                                    {"--quiet", false}}};
 
 // False when there is none at *text.
 static bool readFloat(const char **text, float *number) {
@@ -59,8 +66,11 @@ static bool readAxis(const std::string &value, int *axis) {
     return *axis >= 0 && *axis <= 2;
 }
 
-// "" or why not.
-static std::string readOption(const st_givenOption &given, st_options *options) {
+static void refuse(const std::string &problem) {
+    refuseCommandLine(LWOCONVERT, problem);
+}
+
+static void readOption(const st_givenOption &given, st_options *options) {
     const std::string no = ", not \"" + given.value + "\"";
     if (given.name == "--fit")
         options->fit = given.value;
@@ -69,28 +79,28 @@ static std::string readOption(const st_givenOption &given, st_options *options) 
     else if (given.name == "--quiet")
         options->quiet = true;
     else if (given.name == "--mirror" && !readAxis(given.value, &options->placing.mirror))
-        return "--mirror takes x, y or z" + no;
+        refuse("--mirror takes x, y or z" + no);
     else if (given.name == "--scale" && !readScale(given.value, &options->placing.scale))
-        return "--scale takes a number above 0" + no;
+        refuse("--scale takes a number above 0" + no);
     else if (given.name == "--turn" && !readVector(given.value, &options->placing.turn))
-        return "--turn takes degrees as X,Y,Z" + no;
+        refuse("--turn takes degrees as X,Y,Z" + no);
     else if (given.name == "--move" && !readVector(given.value, &options->placing.move))
-        return "--move takes a step as X,Y,Z" + no;
-    return "";
+        refuse("--move takes a step as X,Y,Z" + no);
 }
 
-std::string readOptions(const st_commandLine &line, st_options *options) {
+st_options readOptions(int argc, char **argv) {
+    const st_commandLine line = readCommandLine(LWOCONVERT, argc, argv);
     if (line.words.size() != 2)
-        return "takes two files, IN and OUT";
-    options->in = line.words[0];
-    options->out = line.words[1];
+        refuse("takes two files, IN and OUT");
+    st_options options;
+    options.in = line.words[0];
+    options.out = line.words[1];
     for (const st_givenOption &given : line.options)
-        if (std::string problem = readOption(given, options); !problem.empty())
-            return problem;
-    if (formatOf(options->in) == FORMAT_UNKNOWN)
-        return "IN ends in .lwo, .glb, .gltf or .obj, not as " + options->in;
-    if (const modelFormat format = formatOf(options->out);
+        readOption(given, &options);
+    if (formatOf(options.in) == FORMAT_UNKNOWN)
+        refuse("IN ends in .lwo, .glb, .gltf or .obj, not as " + options.in);
+    if (const modelFormat format = formatOf(options.out);
         format != FORMAT_OBJECT && format != FORMAT_GLB)
-        return "OUT ends in .lwo or .glb, not as " + options->out;
-    return "";
+        refuse("OUT ends in .lwo or .glb, not as " + options.out);
+    return options;
 }

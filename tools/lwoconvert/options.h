@@ -2,10 +2,8 @@
 #pragma once
 
 #include "converter/placing.h"
-#include "tools/arguments.h"
 
 #include <string>
-#include <vector>
 
 struct st_options {
     std::string in, out;
@@ -15,9 +13,6 @@ struct st_options {
     bool quiet = false;
 };
 
-extern const std::vector<st_option> KNOWN_OPTIONS;
-extern const char *const USAGE;
-extern const char *const HELP;
-
-// "" or what is wrong with it.
-std::string readOptions(const st_commandLine &line, st_options *options);
+// Ends the process when the command line asks for help or the version (status 0) or makes no sense
+// (one line, status 2).
+st_options readOptions(int argc, char **argv);

@@ -21,9 +21,9 @@ namespace fs = std::filesystem;
 
 enum status { STATUS_CLEAN = 0, STATUS_FINDINGS = 1, STATUS_UNREADABLE = 2 };
 
-static const char *const USAGE = "usage: lwoinfo [--check] [--json] FILE-OR-FOLDER...\n";
-
 static const char *const HELP =
+    "usage: lwoinfo [--check] [--json] FILE-OR-FOLDER...\n"
+    "\n"
     "Says what is in LightWave object files (LWO2, LWOB): layers, polygons, surfaces, textures,\n"
     "clips, vertex maps and envelopes, as far as they are not what they are by default. Of a\n"
     "folder every .lwo in it is looked at, of a show's folder those in its lwo/.\n"
@@ -38,6 +38,9 @@ static const char *const HELP =
     "\n"
     "Status: 0 nothing found, 1 something found (notes do not count), 2 something unreadable, or\n"
     "the report could not be written.\n";
+
+static const st_tool LWOINFO = {
+    "lwoinfo", [] { std::fputs(HELP, stdout); }, {{"--check", false}, {"--json", false}}};
 
 struct st_options {
     bool check = false;
@@ -194,18 +197,9 @@ static int lookAtAll(const st_options &options) {
 }
 
 int main(int argc, char **argv) try {
-    const st_commandLine line =
-        readCommandLine(argc, argv, {{"--check", false}, {"--json", false}});
-    if (line.help) {
-        std::printf("%s\n%s", USAGE, HELP);
-        return STATUS_CLEAN;
-    }
-    if (line.version)
-        return printVersion("lwoinfo");
-    if (!line.problem.empty())
-        return refuseCommandLine("lwoinfo", line.problem);
+    const st_commandLine line = readCommandLine(LWOINFO, argc, argv);
     if (line.words.empty())
-        return refuseCommandLine("lwoinfo", "names no file or folder");
+        refuseCommandLine(LWOINFO, "names no file or folder");
     return lookAtAll(readArguments(line));
 } catch (const std::exception &failure) { // no memory
     std::fprintf(stderr, "lwoinfo: %s\n", failure.what());

@@ -79,43 +79,53 @@ static const char usageText[] =
     "       [--keys KEYS]\n"
     "       lwoview --help | --version\n";
 
-// "" or why not.
-static std::string readOption(const st_givenOption &given, st_options *options) {
+static const st_tool LWOVIEW = {
+    "lwoview",
+    [] { std::printf("%s\n%s", usageText, viewerHelp); },
+    {{"--still", true}, {"--icon", true}, {"--size", true}, {"--samples", true}, {"--keys", true}}};
+
+static void refuse(const std::string &problem) {
+    refuseCommandLine(LWOVIEW, problem);
+}
+
+static void readOption(const st_givenOption &given, st_options *options) {
     if (given.name == "--keys") {
         for (const char key : given.value)
             if (!isViewerKey(static_cast<unsigned char>(key)))
-                return "there is no key \"" + printable(std::string(1, key)) + "\"";
+                refuse("there is no key \"" + printable(std::string(1, key)) + "\"");
         options->keys = given.value;
     } else if (given.name == "--size") {
         if (!readPictureSize(given.value.c_str(), &options->size))
-            return "a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" +
-                   given.value + "\"";
+            refuse("a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" +
+                   given.value + "\"");
     } else if (given.name == "--samples") {
-        return readSamples(given.value, &options->samples);
+        if (const std::string problem = readSamples(given.value, &options->samples);
+            !problem.empty())
+            refuse(problem);
     } else {
         options->icon = given.name == "--icon";
         options->picture = given.value;
         if (!isPictureName(given.value))
-            return "a picture's name ends in .png, not as " + given.value;
+            refuse("a picture's name ends in .png, not as " + given.value);
     }
-    return "";
 }
 
-// "" or why not.
-static std::string readArguments(const st_commandLine &line, st_options *options) {
-    if (line.words.size() != 1)
-        return line.words.empty() ? "names no model"
-                                  : "one model at a time, not " + line.words[1] + " too";
-    options->model = line.words[0];
+static st_options readArguments(int argc, char **argv) {
+    const st_commandLine line = readCommandLine(LWOVIEW, argc, argv);
+    if (line.words.empty())
+        refuse("names no model");
+    if (line.words.size() > 1)
+        refuse("one model at a time, not " + line.words[1] + " too");
+    st_options options;
+    options.model = line.words[0];
     for (const st_givenOption &given : line.options)
-        if (std::string problem = readOption(given, options); !problem.empty())
-            return problem;
-    if (options->size.width == 0)
-        options->size = options->icon ? ICON_SIZE : PICTURE_SIZE;
-    const int limit = options->icon ? MAX_SIDE / ICON_OVERSAMPLING : MAX_SIDE;
-    if (options->size.width > limit || options->size.height > limit)
-        return "a side of an icon is at most " + std::to_string(limit);
-    return "";
+        readOption(given, &options);
+    if (options.size.width == 0)
+        options.size = options.icon ? ICON_SIZE : PICTURE_SIZE;
+    const int limit = options.icon ? MAX_SIDE / ICON_OVERSAMPLING : MAX_SIDE;
+    if (options.size.width > limit || options.size.height > limit)
+        refuse("a side of an icon is at most " + std::to_string(limit));
+    return options;
 }
 
 // ------------------------------------------------------------------------------- main
@@ -158,22 +168,7 @@ static std::string openModelOf(const st_options &options, st_viewer *viewer) {
 }
 
 int main(int argc, char **argv) {
-    const st_commandLine line = readCommandLine(argc, argv,
-                                                {{"--still", true},
-                                                 {"--icon", true},
-                                                 {"--size", true},
-                                                 {"--samples", true},
-                                                 {"--keys", true}});
-    if (line.help) {
-        std::printf("%s\n%s", usageText, viewerHelp);
-        return 0;
-    }
-    if (line.version)
-        return printVersion("lwoview");
-    st_options options;
-    const std::string problem = line.problem.empty() ? readArguments(line, &options) : line.problem;
-    if (!problem.empty())
-        return refuseCommandLine("lwoview", problem);
+    const st_options options = readArguments(argc, argv);
     st_viewer viewer;
     if (const std::string unfit = openModelOf(options, &viewer); !unfit.empty())
         return fail(unfit);

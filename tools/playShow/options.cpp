@@ -30,8 +30,17 @@ the start, f changes between full screen and window, m silences the music or let
 heard, Escape and q end.
 )";
 
-[[noreturn]] static void refuse(const std::string &problem) {
-    std::exit(refuseCommandLine("playShow", problem));
+static const st_tool PLAY_SHOW = {"playShow",
+                                  [] { std::fputs(HELP, stdout); },
+                                  {{"--window", true},
+                                   {"--from", true},
+                                   {"--to", true},
+                                   {"--samples", true},
+                                   {"--mute", false},
+                                   {"--report", false}}};
+
+static void refuse(const std::string &problem) {
+    refuseCommandLine(PLAY_SHOW, problem);
 }
 
 static void checked(const std::string &problem) {
@@ -85,21 +94,7 @@ static void readOption(const st_givenOption &given, st_playJob *job) {
 }
 
 st_playJob readPlayOptions(int argc, char **argv) {
-    const st_commandLine line = readCommandLine(argc, argv,
-                                                {{"--window", true},
-                                                 {"--from", true},
-                                                 {"--to", true},
-                                                 {"--samples", true},
-                                                 {"--mute", false},
-                                                 {"--report", false}});
-    if (line.help) {
-        std::fputs(HELP, stdout);
-        std::exit(0);
-    }
-    if (line.version)
-        std::exit(printVersion("playShow"));
-    if (!line.problem.empty())
-        refuse(line.problem);
+    const st_commandLine line = readCommandLine(PLAY_SHOW, argc, argv);
     if (line.words.size() > 1)
         refuse("one show at a time, not " + line.words[1] + " too");
     st_playJob job = {"", {0, 0, DEFAULT_SAMPLES, {0, LAST_FRAME}, false}, false};

@@ -53,8 +53,19 @@ All of them
   --version      says which version this is
 )";
 
-[[noreturn]] static void refuse(const std::string &problem) {
-    std::exit(refuseCommandLine("recordShow", problem));
+static const st_tool RECORD_SHOW = {"recordShow",
+                                    [] { std::fputs(HELP, stdout); },
+                                    {{"--stills", true},
+                                     {"--frames", true},
+                                     {"--sheet", true},
+                                     {"--size", true},
+                                     {"--samples", true},
+                                     {"--fps", true},
+                                     {"--from", true},
+                                     {"--to", true}}};
+
+static void refuse(const std::string &problem) {
+    refuseCommandLine(RECORD_SHOW, problem);
 }
 
 void failRecording(const std::string &message) {
@@ -129,23 +140,7 @@ static void readOption(st_wish *wish, const std::string &option, const std::stri
 }
 
 static st_wish readWords(int argc, char **argv) {
-    const st_commandLine line = readCommandLine(argc, argv,
-                                                {{"--stills", true},
-                                                 {"--frames", true},
-                                                 {"--sheet", true},
-                                                 {"--size", true},
-                                                 {"--samples", true},
-                                                 {"--fps", true},
-                                                 {"--from", true},
-                                                 {"--to", true}});
-    if (line.help) {
-        std::fputs(HELP, stdout);
-        std::exit(0);
-    }
-    if (line.version)
-        std::exit(printVersion("recordShow"));
-    if (!line.problem.empty())
-        refuse(line.problem);
+    const st_commandLine line = readCommandLine(RECORD_SHOW, argc, argv);
     if (line.words.size() > 1)
         refuse("one film or one folder at a time, not " + line.words[1] + " too");
     st_wish wish;
