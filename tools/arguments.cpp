@@ -39,6 +39,11 @@ void refuseCommandLine(const st_tool &tool, const std::string &problem) {
     std::exit(STATUS_REFUSED);
 }
 
+[[noreturn]] static void refuseValue(const st_tool &tool, const st_givenOption &given,
+                                     const std::string &wanted) {
+    refuseCommandLine(tool, given.name + " takes " + wanted + ", not \"" + given.value + "\"");
+}
+
 int readNumber(const char **text, int limit) {
     if (**text < '0' || **text > '9')
         return -1;
@@ -50,21 +55,31 @@ int readNumber(const char **text, int limit) {
     return static_cast<int>(number);
 }
 
-bool isPictureName(const std::string &path) {
-    static const std::string ENDING = ".png";
-    return path.size() > ENDING.size() &&
-           std::equal(ENDING.rbegin(), ENDING.rend(), path.rbegin(),
-                      [](char a, unsigned char b) { return a == std::tolower(b); });
+int readWhole(const st_tool &tool, const st_givenOption &given, int least, int most) {
+    const char *at = given.value.c_str();
+    const int number = readNumber(&at, most);
+    if (number < least || *at != '\0')
+        refuseValue(tool, given,
+                    "a whole number from " + std::to_string(least) + " to " + std::to_string(most));
+    return number;
 }
 
-bool readPictureSize(const char *text, st_pictureSize *size) {
-    const int width = readNumber(&text, MAX_SIDE);
-    if (width < 1 || *text != 'x')
-        return false;
-    text++;
-    const int height = readNumber(&text, MAX_SIDE);
-    if (height < 1 || *text != '\0')
-        return false;
-    *size = {width, height};
-    return true;
+st_pictureSize readPictureSize(const st_tool &tool, const st_givenOption &given) {
+    const char *at = given.value.c_str();
+    const int width = readNumber(&at, MAX_SIDE);
+    at += *at == 'x' ? 1 : 0;
+    const int height = readNumber(&at, MAX_SIDE);
+    if (width < 1 || height < 1 || *at != '\0')
+        refuseValue(tool, given, "WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE));
+    return {width, height};
+}
+
+std::string readPictureName(const st_tool &tool, const st_givenOption &given) {
+    static const std::string ENDING = ".png";
+    const bool isName = given.value.size() > ENDING.size() &&
+                        std::equal(ENDING.rbegin(), ENDING.rend(), given.value.rbegin(),
+                                   [](char a, unsigned char b) { return a == std::tolower(b); });
+    if (!isName)
+        refuseCommandLine(tool, "a picture's name ends in .png, not as " + given.value);
+    return given.value;
 }

@@ -9,7 +9,9 @@
 #include <string>
 #include <vector>
 
-constexpr int MAX_SIDE = 8192; // pixels
+constexpr int MAX_SIDE = 8192;     // pixels
+constexpr int DEFAULT_SAMPLES = 4; // a pixel, for smooth edges
+constexpr int MAX_SAMPLES = 16;
 
 struct st_option {
     const char *name; // with its dashes
@@ -43,16 +45,22 @@ st_commandLine readCommandLine(const st_tool &tool, int argc, char **argv);
 // error. The process ends with STATUS_REFUSED.
 [[noreturn]] void refuseCommandLine(const st_tool &tool, const std::string &problem);
 
+// ---------------------------------------------------------------- values of options
+//
+// What is none ends the process, as refuseCommandLine does.
+
+int readWhole(const st_tool &tool, const st_givenOption &given, int least, int most);
+
 struct st_pictureSize {
     int width;
     int height;
 };
 
+// "800x600", each side from 1 to MAX_SIDE.
+st_pictureSize readPictureSize(const st_tool &tool, const st_givenOption &given);
+
+// A name that ends in .png, in whatever case.
+std::string readPictureName(const st_tool &tool, const st_givenOption &given);
+
 // Reads a whole number at *text and moves past it; -1 when there is none up to limit.
 int readNumber(const char **text, int limit);
-
-// Whether a picture may be written under this name: it ends in .png, in whatever case.
-bool isPictureName(const std::string &path);
-
-// Reads "800x600", each side from 1 to MAX_SIDE. False, with size untouched, for anything else.
-bool readPictureSize(const char *text, st_pictureSize *size);

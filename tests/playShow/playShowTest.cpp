@@ -219,7 +219,7 @@ TEST(PlayShowOptions, refusesWhatMakesNoSense) {
         {{"--to", "5:13"}, 2, "playShow: --to takes a frame"},
         {{"--to", "1:5"}, 2, "playShow: --to takes a frame"},
         {{"--from", "1:00", "--to", "3599"}, 2, "playShow: the show would end"},
-        {{"--window", "0x5"}, 2, "playShow: a window is WIDTHxHEIGHT"},
+        {{"--window", "0x5"}, 2, "playShow: --window takes WIDTHxHEIGHT"},
         {{"--samples", "17"}, 2, "playShow: --samples takes a whole number from 0 to 16"},
         {{"a", "b"}, 2, "playShow: one show at a time"},
         {{"/nowhere"}, 1, "playShow: cannot go to /nowhere"},

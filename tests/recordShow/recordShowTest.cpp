@@ -85,8 +85,8 @@ TEST(RecordShow, saysInOneLineWhatIsWrong) {
         {{"--stills", "1,,2", directory}, 2, "recordShow: frames are whole numbers"},
         {{"--stills", "18751", directory}, 2, "recordShow: frames are whole numbers"},
         {{"--stills", "-1", directory}, 2, "recordShow: frames are whole numbers"},
-        {{"--stills", "1", directory, "--size", "0x5"}, 2, "recordShow: a size is"},
-        {{"--stills", "1", directory, "--size", "5"}, 2, "recordShow: a size is"},
+        {{"--stills", "1", directory, "--size", "0x5"}, 2, "recordShow: --size takes WIDTHxHEIGHT"},
+        {{"--stills", "1", directory, "--size", "5"}, 2, "recordShow: --size takes WIDTHxHEIGHT"},
         {{"--stills", "1", "/dev/null/x"}, 1, "recordShow: cannot make the directory"},
     };
     for (const auto &c : cases) {

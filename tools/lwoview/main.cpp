@@ -16,7 +16,6 @@
 #include "tools/lwoview/modelLevels.h"
 #include "tools/lwoview/viewer.h"
 #include "tools/lwoview/window.h"
-#include "tools/samples.h"
 
 #include <GL/freeglut.h>
 
@@ -95,18 +94,12 @@ static void readOption(const st_givenOption &given, st_options *options) {
                 refuse("there is no key \"" + printable(std::string(1, key)) + "\"");
         options->keys = given.value;
     } else if (given.name == "--size") {
-        if (!readPictureSize(given.value.c_str(), &options->size))
-            refuse("a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" +
-                   given.value + "\"");
+        options->size = readPictureSize(LWOVIEW, given);
     } else if (given.name == "--samples") {
-        if (const std::string problem = readSamples(given.value, &options->samples);
-            !problem.empty())
-            refuse(problem);
+        options->samples = readWhole(LWOVIEW, given, 0, MAX_SAMPLES);
     } else {
         options->icon = given.name == "--icon";
-        options->picture = given.value;
-        if (!isPictureName(given.value))
-            refuse("a picture's name ends in .png, not as " + given.value);
+        options->picture = readPictureName(LWOVIEW, given);
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include "hosts/pace.h"
 #include "tools/arguments.h"
-#include "tools/samples.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -43,11 +42,6 @@ static void refuse(const std::string &problem) {
     refuseCommandLine(PLAY_SHOW, problem);
 }
 
-static void checked(const std::string &problem) {
-    if (!problem.empty())
-        refuse(problem);
-}
-
 // "2:30" in frames. -1 when it is no such time.
 static int readMinutes(const char *text) {
     constexpr int SECONDS_A_MINUTE = 60;
@@ -61,36 +55,30 @@ static int readMinutes(const char *text) {
     return static_cast<int>((minutes * SECONDS_A_MINUTE + seconds) * SHOW_RATE);
 }
 
-static int readTime(const std::string &option, const std::string &value) {
-    const char *at = value.c_str();
+static int readTime(const st_givenOption &given) {
+    const char *at = given.value.c_str();
     const int number = readNumber(&at, LAST_FRAME);
-    const int frame = number >= 0 && *at == '\0' ? number : readMinutes(value.c_str());
+    const int frame = number >= 0 && *at == '\0' ? number : readMinutes(given.value.c_str());
     if (frame < 0 || frame > LAST_FRAME)
-        refuse(option + " takes a frame from 0 to " + std::to_string(LAST_FRAME) +
-               " or a time up to 5:12, not \"" + value + "\"");
+        refuse(given.name + " takes a frame from 0 to " + std::to_string(LAST_FRAME) +
+               " or a time up to 5:12, not \"" + given.value + "\"");
     return frame;
 }
 
-static void readWindow(const std::string &value, st_windowPlan *window) {
-    st_pictureSize size;
-    if (!readPictureSize(value.c_str(), &size))
-        refuse("a window is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" +
-               value + "\"");
-    window->width = size.width;
-    window->height = size.height;
-}
-
 static void readOption(const st_givenOption &given, st_playJob *job) {
-    if (given.name == "--window")
-        readWindow(given.value, &job->window);
-    else if (given.name == "--from")
-        job->window.stretch.from = readTime(given.name, given.value);
-    else if (given.name == "--to")
-        job->window.stretch.to = readTime(given.name, given.value);
-    else if (given.name == "--samples")
-        checked(readSamples(given.value, &job->window.samples));
-    else
+    if (given.name == "--window") {
+        const st_pictureSize size = readPictureSize(PLAY_SHOW, given);
+        job->window.width = size.width;
+        job->window.height = size.height;
+    } else if (given.name == "--from") {
+        job->window.stretch.from = readTime(given);
+    } else if (given.name == "--to") {
+        job->window.stretch.to = readTime(given);
+    } else if (given.name == "--samples") {
+        job->window.samples = readWhole(PLAY_SHOW, given, 0, MAX_SAMPLES);
+    } else {
         (given.name == "--mute" ? job->window.muted : job->report) = true;
+    }
 }
 
 st_playJob readPlayOptions(int argc, char **argv) {

@@ -2,7 +2,6 @@
 
 #include "tools/recordShow/contactSheet.h"
 #include "tools/recordShow/film.h"
-#include "tools/samples.h"
 
 #include <cstddef>
 #include <cstdio>
@@ -90,23 +89,6 @@ static std::set<int> readFrames(const std::string &list) {
     }
 }
 
-static st_pictureSize readSize(const std::string &text) {
-    st_pictureSize size;
-    if (!readPictureSize(text.c_str(), &size))
-        refuse("a size is WIDTHxHEIGHT, each 1 to " + std::to_string(MAX_SIDE) + ", not \"" + text +
-               "\"");
-    return size;
-}
-
-static int readBetween(const std::string &option, const std::string &text, int least, int most) {
-    const char *at = text.c_str();
-    const int number = readNumber(&at, most);
-    if (number < least || *at != '\0')
-        refuse(option + " takes a whole number from " + std::to_string(least) + " to " +
-               std::to_string(most) + ", not \"" + text + "\"");
-    return number;
-}
-
 // -------------------------------------------------------------------------- options
 
 struct st_wish {
@@ -117,24 +99,22 @@ struct st_wish {
     std::string positional; // FILM or DIR
 };
 
-static void readOption(st_wish *wish, const std::string &option, const std::string &value) {
+static void readOption(st_wish *wish, const st_givenOption &given) {
+    const std::string &option = given.name;
     st_recordJob &job = wish->job;
     if (option == "--stills" || option == "--frames") {
-        job.frames = readFrames(value);
+        job.frames = readFrames(given.value);
         (option == "--stills" ? wish->stills : wish->frames) = true;
     } else if (option == "--sheet") {
-        job.sheet = value;
-        if (!isPictureName(value))
-            refuse("a picture's name ends in .png, not as " + value);
+        job.sheet = readPictureName(RECORD_SHOW, given);
     } else if (option == "--size") {
-        job.size = readSize(value);
+        job.size = readPictureSize(RECORD_SHOW, given);
     } else if (option == "--samples") {
-        if (const std::string problem = readSamples(value, &job.samples); !problem.empty())
-            refuse(problem);
+        job.samples = readWhole(RECORD_SHOW, given, 0, MAX_SAMPLES);
     } else if (option == "--fps") {
-        job.fps = readBetween(option, value, 1, MAX_FPS);
+        job.fps = readWhole(RECORD_SHOW, given, 1, MAX_FPS);
     } else {
-        (option == "--from" ? job.from : job.to) = readBetween(option, value, 0, LAST_FRAME);
+        (option == "--from" ? job.from : job.to) = readWhole(RECORD_SHOW, given, 0, LAST_FRAME);
         wish->filmOnly = true;
     }
 }
@@ -145,7 +125,7 @@ static st_wish readWords(int argc, char **argv) {
         refuse("one film or one folder at a time, not " + line.words[1] + " too");
     st_wish wish;
     for (const st_givenOption &given : line.options)
-        readOption(&wish, given.name, given.value);
+        readOption(&wish, given);
     if (!line.words.empty())
         wish.positional = line.words[0];
     return wish;
