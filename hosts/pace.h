@@ -6,8 +6,9 @@
 //   if (due.drawn) stepAndDraw(); else sleep(due.wait);
 #pragma once
 
-constexpr double SHOW_RATE = 60.0;                 // frames a second
-constexpr double SHOW_SECONDS = 18751 / SHOW_RATE; // that all of them take
+constexpr int LAST_FRAME = 18750;                             // of the show, from 0 on
+constexpr double SHOW_RATE = 60.0;                            // frames a second
+constexpr double SHOW_SECONDS = (LAST_FRAME + 1) / SHOW_RATE; // that all of them take
 
 struct st_dueFrames {
     int skipped; // frames to be stepped at once without being drawn

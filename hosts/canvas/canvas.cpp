@@ -11,8 +11,6 @@
 
 #include <algorithm>
 
-constexpr int LAST_FRAME = 18750;
-
 // What a frame is drawn from, so that it can be drawn again.
 struct st_canvasMoment {
     st_showStart show;

@@ -1,7 +1,7 @@
 // The driver's window as the player has it: its calls to GLUT arrive here first. Link windowGlut
 // and the driver runs unchanged.
 //
-//   planWindow({0, 0, 4, {0, 18750}, false});
+//   planWindow({0, 0, 4, {0, LAST_FRAME}, false});
 //   runShow(argc, argv);                     // returns when all has been shown, or at a wish
 //   const st_playReport report = reportPlayer();
 //

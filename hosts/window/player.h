@@ -1,7 +1,7 @@
 // Plays the show in step with its clock: steps and draws what is due, goes where its viewer wants.
 // Knows neither window nor keys.
 //
-//   startPlayer({0, 18750});      // the show is set up, and before its first frame
+//   startPlayer({0, LAST_FRAME}); // the show is set up, and before its first frame
 //   while (!isPlayerDone()) {
 //       ...                       // movePlayer, pausePlayer, ...
 //       sleep(play());

@@ -4,6 +4,7 @@
 #include "hosts/drawGate.h"
 #include "hosts/offscreen/context.h"
 #include "hosts/offscreen/glutCalls.h"
+#include "hosts/pace.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +16,6 @@
 
 constexpr int WIDTH = 800;
 constexpr int HEIGHT = 600;
-constexpr int LAST_FRAME = 18750;
 constexpr int STEP = 125; // between frames that are looked at
 
 static bool frameDone(int frame, void *looked) {

@@ -5,8 +5,6 @@
 
 #include <string>
 
-constexpr int LAST_FRAME = 18750; // of the show
-
 struct st_playJob {
     std::string folder; // of the show; "": wherever it is found
     st_windowPlan window;

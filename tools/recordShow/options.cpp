@@ -1,5 +1,6 @@
 #include "tools/recordShow/options.h"
 
+#include "hosts/pace.h"
 #include "tools/recordShow/contactSheet.h"
 #include "tools/recordShow/film.h"
 

@@ -6,8 +6,6 @@
 #include <set>
 #include <string>
 
-constexpr int LAST_FRAME = 18750; // of the show
-
 struct st_recordJob {
     std::string film;      // file; "": no film
     std::string directory; // for stills; "": no stills
