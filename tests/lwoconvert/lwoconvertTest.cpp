@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <set>
 
@@ -97,6 +98,31 @@ TEST_F(Lwoconvert, writesNothingWhenItCannot) {
         EXPECT_EQ(files(), before) << of.said;
     }
     EXPECT_EQ(bytes("out-wood.tga"), "somebody's");
+}
+
+// A signal may come too late to stop it; the picture is so large that some do not.
+TEST_F(Lwoconvert, leavesAllOrNothingWhenItIsInterrupted) {
+    constexpr unsigned SIDE = 2048;
+    Plank plank;
+    plank.image = targa(2, SIDE, SIDE, 24, 0, std::string(3UL * SIDE * SIDE, 'x'));
+    plank.write("planks");
+    const std::set<std::string> whole = {"plank.lwo", "wood.tga", "out.lwo", "out-wood.tga"};
+    const std::string output = testPath("interrupted");
+    bool isStopped = false;
+    for (int attempt = 0; attempt < 20 && !isStopped; attempt++) {
+        fs::remove(output);
+        Child child = startChild({LWOCONVERT, "plank.lwo", "out.lwo"}, folder, {}, output);
+        const std::string part = folder + "/out-wood.tga.part" + std::to_string(child.pid);
+        while (!fs::exists(part) && readText(output).empty())
+            ;
+        signalChild(child, SIGINT);
+        const int status = waitChild(child);
+        isStopped = files() == BEFORE;
+        EXPECT_TRUE(isStopped ? status == 128 + SIGINT : files() == whole) << status;
+        fs::remove(folder + "/out.lwo");
+        fs::remove(folder + "/out-wood.tga");
+    }
+    EXPECT_TRUE(isStopped);
 }
 
 TEST_F(Lwoconvert, takesAnothersPlaceAgainAndAgain) {
