@@ -1,28 +1,22 @@
 // lwoview in a window of a virtual display.
-#include "tests/support/testFolder.h"
-#include "tests/support/virtualDisplay.h"
+#include "tests/support/displayTest.h"
 
-#include <gtest/gtest.h>
+using ViewerWindow = DisplayTest;
 
-TEST(ViewerWindow, saysInItsTitleWhatItShows) {
-    const std::string said = testPath("said.txt");
-    VirtualDisplay display;
-    ASSERT_TRUE(openDisplay(&display, testPath("")));
-    Child viewer = startChild({LWOVIEW, SHOW_DIR "/lwo/k7.lwo", "--size", "200x150"}, "/",
-                              {display.setting, "LIBGL_ALWAYS_SOFTWARE=1"}, said);
-    const std::string window = waitForWindow(display, "lwoview");
+TEST_F(ViewerWindow, saysInItsTitleWhatItShows) {
+    start({LWOVIEW, SHOW_DIR "/lwo/k7.lwo", "--size", "200x150"});
+    findWindow("lwoview");
     const auto isTitled = [&](const std::string &title) {
         return waitUntil([&] {
             return outputOn(display, {"xdotool", "getwindowname", window}) == title + "\n";
         });
     };
     EXPECT_TRUE(isTitled("k7.lwo - nothing to mend - lwoview"));
-    EXPECT_TRUE(pressKeys(display, window, {"n", "m", "F1", "Left"}));
+    press({"n", "m", "F1", "Left"});
     EXPECT_TRUE(isTitled("k7.lwo - normals, mirrored - nothing to mend - lwoview"));
-    EXPECT_TRUE(pressKeys(display, window, {"Home"}));
+    press({"Home"});
     EXPECT_TRUE(isTitled("k7.lwo - nothing to mend - lwoview"));
-    EXPECT_TRUE(pressKeys(display, window, {"q"}));
-    EXPECT_EQ(waitChild(viewer), 0);
+    press({"q"});
+    EXPECT_EQ(waitChild(program), 0);
     EXPECT_EQ(readText(said), "");
-    closeDisplay(&display);
 }

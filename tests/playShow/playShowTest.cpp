@@ -1,13 +1,7 @@
 // The player itself on a virtual display: in step with the music, by keys, with and without sound.
-#include "tests/support/childProcess.h"
+#include "tests/support/displayTest.h"
 #include "tests/support/endlessModel.h"
-#include "tests/support/testFolder.h"
 #include "tests/support/toneFile.h"
-#include "tests/support/virtualDisplay.h"
-
-#include <gtest/gtest.h>
-
-#include <signal.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -25,46 +19,24 @@ struct Report {
     double seconds = -1.0;
 };
 
-class PlayShow : public testing::Test {
+class PlayShow : public DisplayTest {
 protected:
     void SetUp() override {
-        const auto *test = testing::UnitTest::GetInstance()->current_test_info();
-        directory = testPath(test->name());
+        DisplayTest::SetUp();
         fs::create_directories(directory + "/show/msx");
         fs::create_symlink(fs::path(SHOW_DIR) / "lwo", directory + "/show/lwo");
         heard = directory + "/heard.raw";
-        said = directory + "/said.txt";
-        ASSERT_TRUE(openDisplay(&display, directory));
     }
 
-    void TearDown() override {
-        signalChild(player, SIGKILL);
-        if (player.pid > 0)
-            waitChild(player);
-        closeDisplay(&display);
-    }
-
-    void start(std::vector<std::string> arguments, const std::string &soundDriver,
-               const std::string &more = "SAME=1") {
+    void play(std::vector<std::string> arguments, const std::string &soundDriver,
+              const std::string &more = "SAME=1") {
         arguments.insert(arguments.begin(), {PLAY_SHOW, directory + "/show", "--report"});
-        player = startChild(arguments, directory,
-                            {display.setting, "LIBGL_ALWAYS_SOFTWARE=1", more,
-                             "SDL_AUDIODRIVER=" + soundDriver, "SDL_DISKAUDIOFILE=" + heard},
-                            said);
-    }
-
-    void findWindow() {
-        window = waitForWindow(display, TITLE);
-        ASSERT_NE(window, "") << readText(said);
-    }
-
-    void press(const std::vector<std::string> &keys) {
-        ASSERT_TRUE(pressKeys(display, window, keys)) << readText(said);
+        start(arguments, {more, "SDL_AUDIODRIVER=" + soundDriver, "SDL_DISKAUDIOFILE=" + heard});
     }
 
     // The report of a player that has ended well.
     Report end() {
-        EXPECT_EQ(waitChild(player), 0);
+        EXPECT_EQ(waitChild(program), 0);
         const std::string text = readText(said);
         const std::size_t at = text.find("frames ");
         Report report;
@@ -83,12 +55,7 @@ protected:
         return levels.empty() ? -1.0 : levels.back();
     }
 
-    std::string directory;
     std::string heard; // by SDL's disk driver
-    std::string said;
-    std::string window;
-    VirtualDisplay display;
-    Child player;
 };
 
 } // namespace
@@ -96,7 +63,7 @@ protected:
 // By the samples that were heard: a loaded machine delays both.
 TEST_F(PlayShow, sixHundredFramesTakeTenSecondsOfMusic) {
     writeTone(directory + "/show/" + MUSIC, 60);
-    start({"--window", "64x48", "--to", "599"}, "disk");
+    play({"--window", "64x48", "--to", "599"}, "disk");
     const Report report = end();
     EXPECT_EQ(report.first, 0);
     EXPECT_EQ(report.last, 599);
@@ -109,7 +76,7 @@ TEST_F(PlayShow, sixHundredFramesTakeTenSecondsOfMusic) {
 }
 
 TEST_F(PlayShow, withoutMusicTheSystemsClockPaces) {
-    start({"--window", "64x48", "--to", "599"}, "no such driver");
+    play({"--window", "64x48", "--to", "599"}, "no such driver");
     EXPECT_NEAR(end().seconds, 10.0, 0.2);
 }
 
@@ -118,7 +85,7 @@ TEST_F(PlayShow, aSlowDisplayStaysInStep) {
     writeTone(directory + "/show/" + MUSIC, 60);
     const std::string slow = directory + "/slow.so"; // LD_PRELOAD ends a path at a blank
     fs::copy_file(SLOW_DISPLAY, slow);
-    start({"--window", "64x48", "--to", "299"}, "dummy", "LD_PRELOAD=" + slow);
+    play({"--window", "64x48", "--to", "299"}, "dummy", "LD_PRELOAD=" + slow);
     const Report report = end();
     EXPECT_EQ(report.last, 299);
     EXPECT_LT(report.drawn, 40);
@@ -138,8 +105,8 @@ TEST_F(PlayShow, anyFrameIsReachedByKeysAndLooksAsRecorded) {
     const auto still = [&](const char *samples, const char *frame) {
         return readPng(stills + samples + "/frame" + frame + ".png");
     };
-    start({"--from", "0:30", "--to", "2000"}, "dummy");
-    findWindow();
+    play({"--from", "0:30", "--to", "2000"}, "dummy");
+    findWindow(TITLE);
     press({"space", "Home"});
     const struct {
         std::vector<std::string> keys;
@@ -175,8 +142,8 @@ TEST_F(PlayShow, anyFrameIsReachedByKeysAndLooksAsRecorded) {
 // A tone that begins after 20 seconds tells by its level where the music is.
 TEST_F(PlayShow, theMusicGoesAlong) {
     writeTone(directory + "/show/" + MUSIC, 60, 20);
-    start({"--from", "0:05", "--mute"}, "disk");
-    findWindow();
+    play({"--from", "0:05", "--mute"}, "disk");
+    findWindow(TITLE);
     constexpr double LOUD = 0.9 * TONE_LEVEL / 128.0;
     const struct {
         const char *key;
@@ -197,8 +164,8 @@ TEST_F(PlayShow, theMusicGoesAlong) {
 }
 
 TEST_F(PlayShow, aClosedWindowEndsIt) {
-    start({"--window", "160x120"}, "dummy");
-    findWindow();
+    play({"--window", "160x120"}, "dummy");
+    findWindow(TITLE);
     press({"alt+F4"});
     end();
 }

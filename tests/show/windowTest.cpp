@@ -1,13 +1,8 @@
 // The real testRender in a window of a virtual display.
-#include "tests/support/testFolder.h"
+#include "tests/support/displayTest.h"
 #include "tests/support/toneFile.h"
-#include "tests/support/virtualDisplay.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <csignal>
-#include <filesystem>
 
 namespace fs = std::filesystem;
 
@@ -16,56 +11,33 @@ static const char *const TITLE = "k7-orvo-----VALMORINE____2003____INVITRO-----o
 namespace {
 
 // The show in a folder of its own.
-class WindowTest : public testing::Test {
+class WindowTest : public DisplayTest {
 protected:
     void SetUp() override {
-        const auto *test = testing::UnitTest::GetInstance()->current_test_info();
-        directory = testPath(test->name());
-        said = directory + "/said.txt";
+        DisplayTest::SetUp();
         music = directory + "/msx/ferrol_-_tamo_lani_rete.ogg";
         fs::create_directories(directory + "/msx");
         fs::create_symlink(fs::path(SHOW_DIR) / "lwo", directory + "/lwo");
         fs::create_symlink(fs::path(SHOW_DIR) / "msx" / fs::path(music).filename(), music);
-        ASSERT_TRUE(openDisplay(&display, directory));
     }
 
-    void TearDown() override {
-        signalChild(show, SIGKILL);
-        if (show.pid > 0)
-            waitChild(show);
-        closeDisplay(&display);
-    }
-
-    void start(const std::string &soundDriver = "disk") {
+    void show(const std::string &soundDriver = "disk") {
         // The window of a show that has just ended stays until the server notices its end.
         ASSERT_TRUE(waitUntil([&] { return search().empty(); }));
-        show = startChild({TEST_RENDER}, directory,
-                          {display.setting, "LIBGL_ALWAYS_SOFTWARE=1",
-                           "SDL_AUDIODRIVER=" + soundDriver,
-                           "SDL_DISKAUDIOFILE=" + directory + "/heard.raw"},
-                          said);
-        window = waitForWindow(display, TITLE);
-        ASSERT_NE(window, "") << readText(said);
-    }
-
-    void press(const std::vector<std::string> &keys) {
-        ASSERT_TRUE(pressKeys(display, window, keys)) << readText(said);
+        start({TEST_RENDER},
+              {"SDL_AUDIODRIVER=" + soundDriver, "SDL_DISKAUDIOFILE=" + directory + "/heard.raw"});
+        findWindow(TITLE);
     }
 
     std::string search() const { return outputOn(display, {"xdotool", "search", "--name", TITLE}); }
 
-    std::string directory;
-    std::string said;
     std::string music;
-    std::string window;
-    VirtualDisplay display;
-    Child show;
 };
 
 } // namespace
 
 TEST_F(WindowTest, fillsTheScreenIgnoresOtherKeysAndQuitsOnQ) {
-    start();
+    show();
     const auto fullScreen = [this] {
         const std::string geometry = outputOn(display, {"xdotool", "getwindowgeometry", window});
         return geometry.find("Geometry: 320x240") != std::string::npos &&
@@ -75,18 +47,18 @@ TEST_F(WindowTest, fillsTheScreenIgnoresOtherKeysAndQuitsOnQ) {
     press({"x", "space", "Return"});
     EXPECT_NE(search(), "");
     press({"q"});
-    EXPECT_EQ(waitChild(show), 0) << readText(said);
+    EXPECT_EQ(waitChild(program), 0) << readText(said);
     EXPECT_EQ(readText(said).find("lwoRenderer>"), std::string::npos);
 }
 
 TEST_F(WindowTest, goesOnWithoutASoundDeviceAndWithoutMusic) {
-    start("no such driver");
+    show("no such driver");
     press({"q"});
-    EXPECT_EQ(waitChild(show), 0) << readText(said);
+    EXPECT_EQ(waitChild(program), 0) << readText(said);
     fs::remove(music);
-    start();
+    show();
     press({"q"});
-    EXPECT_EQ(waitChild(show), 0) << readText(said);
+    EXPECT_EQ(waitChild(program), 0) << readText(said);
 }
 
 TEST(TestRender, answersWithoutADisplay) {
@@ -108,9 +80,9 @@ TEST(TestRender, answersWithoutADisplay) {
 }
 
 TEST_F(WindowTest, controlCInTheTerminalEndsIt) {
-    start();
-    signalChild(show, SIGINT);
-    EXPECT_EQ(waitChild(show), 128 + SIGINT);
+    show();
+    signalChild(program, SIGINT);
+    EXPECT_EQ(waitChild(program), 128 + SIGINT);
 }
 
 // The show fades in over 257 frames; a tone in the music's place makes the fade audible.
@@ -119,7 +91,7 @@ TEST_F(WindowTest, musicIsHeardToFadeIn) {
     const std::string heard = directory + "/heard.raw";
     fs::remove(music);
     writeTone(music, 300);
-    start();
+    show();
     std::vector<double> levels;
     const double full = TONE_LEVEL / 128.0;
     EXPECT_TRUE(waitUntil([&] {
