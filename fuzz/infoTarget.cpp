@@ -9,14 +9,6 @@
 #include "tools/lwoinfo/json.h"
 #include "tools/lwoinfo/report.h"
 
-// Whether a text is one line of printable UTF-8; of JSON every text has to be such.
-static bool isLine(const std::string &text) {
-    for (const char byte : text)
-        if (static_cast<unsigned char>(byte) < ' ' || byte == '\x7F')
-            return false;
-    return true;
-}
-
 static std::string reportProblem(const st_modelFile &model) {
     // Throws for texts that are not UTF-8.
     objectJson(model).dump();

@@ -1,4 +1,4 @@
-// An input as a model's file.
+// An input as a model's file, and what may be said of it.
 #pragma once
 
 #include "tests/support/memoryFile.h"
@@ -19,4 +19,12 @@ inline std::string inputBesideTextures(const std::string &input) {
         return true;
     }();
     return prepared ? testPath("input.lwo") : file;
+}
+
+// Whether a text is one line, without control characters.
+inline bool isLine(const std::string &text) {
+    for (const char byte : text)
+        if (static_cast<unsigned char>(byte) < ' ' || byte == '\x7F')
+            return false;
+    return true;
 }

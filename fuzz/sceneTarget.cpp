@@ -11,13 +11,6 @@
 
 using sceneReader = std::string (*)(const std::string &, st_scene *, std::vector<st_finding> *);
 
-static bool isLine(const std::string &text) {
-    for (const char byte : text)
-        if (static_cast<unsigned char>(byte) < ' ' || byte == '\x7F')
-            return false;
-    return true;
-}
-
 static std::string secondProblem(const st_scene &scene) {
     std::string problem;
     const std::string bytes = gltfBytes(scene, &problem);

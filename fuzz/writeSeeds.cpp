@@ -1,8 +1,8 @@
 // Writes the first inputs of each target: writeSeeds FOLDER makes FOLDER/lwo2/0, ...
 #include "converter/pngWriter.h"
 #include "tests/support/gltfModel.h"
-#include "tests/support/jpegPicture.h"
 #include "tests/support/modelParts.h"
+#include "tests/support/pictureFiles.h"
 #include "tests/support/sampleModels.h"
 #include "tests/support/targaWriter.h"
 
@@ -109,10 +109,7 @@ static Inputs pictures() {
     Inputs inputs = images();
     const std::vector<unsigned char> pixels = {1, 2, 3, 4, 5, 6, 7, 255};
     inputs.push_back(pngBytes({"", 2, 1, pixels}));
-    const std::string bmp = "BM" + little4(62) + little4(0) + little4(54) + little4(40) +
-                            little4(2) + little4(1) + little2(1) + little2(24) +
-                            std::string(24, '\0') + "abcdefgh";
-    inputs.push_back(bmp);
+    inputs.push_back(bitmap(2, 1, "abcdefgh"));
     inputs.push_back(jpegPicture());
     inputs.push_back("GIF89a" + little2(1) + little2(1) + std::string("\x80\0\0", 3) + "abcdef" +
                      "," + std::string(4, '\0') + little2(1) + little2(1) +

@@ -145,7 +145,7 @@ static GltfModel boned() {
 TEST(GltfReader, hangsMeshesOnTheirBonesAtRest) {
     const Reading reading = readModel(boned());
     ASSERT_EQ(reading.problem, "");
-    EXPECT_EQ(lostRules(reading), "skin");
+    EXPECT_EQ(rulesOf(reading.lost), "skin");
     const st_layer &layer = reading.scene.layers[0];
     ASSERT_EQ(layer.points.size(), 3U);
     expectNear(layer.points[0], {0, 20, 0});
@@ -177,7 +177,7 @@ TEST(GltfReader, morphsAsWeightsAtRestSay) {
     model.nodes = R"([{"mesh":0,"weights":[0.5,0]}])";
     const Reading reading = readModel(model);
     EXPECT_EQ(shape(reading), "0 5 2");
-    EXPECT_EQ(lostRules(reading), "morphs");
+    EXPECT_EQ(rulesOf(reading.lost), "morphs");
     model.nodes = R"([{"mesh":0,"weights":[0,1]}])";
     EXPECT_EQ(shape(readModel(model)), "an accessor is missing");
 }
@@ -195,7 +195,7 @@ TEST(GltfReader, chooses) {
             glbBytes(changed.replace(changed.find(scenes), scenes.size(), other), model.bytes));
     };
     EXPECT_EQ(shape(with(R"("scene":1,"scenes":[{"nodes":[0]},{"nodes":[1]}],)")), "9 10 11");
-    EXPECT_EQ(lostRules(with(R"("scenes":[{"nodes":[0]},{"nodes":[1]}],)")), "scenes!");
+    EXPECT_EQ(rulesOf(with(R"("scenes":[{"nodes":[0]},{"nodes":[1]}],)").lost), "scenes!");
     EXPECT_EQ(shape(with("")), "0 1 2, 9 10 11");
     const Reading flat = with("");
     EXPECT_EQ(flat.scene.materials[0].smoothing, 0);
@@ -229,7 +229,7 @@ TEST(GltfReader, readsMaterials) {
     const Reading reading = readModel(model);
     ASSERT_EQ(reading.problem, "");
     ASSERT_EQ(reading.scene.materials.size(), 4U);
-    EXPECT_EQ(lostRules(reading), "material-map picture!");
+    EXPECT_EQ(rulesOf(reading.lost), "material-map picture!");
     const st_material &m = reading.scene.materials[0];
     EXPECT_EQ(m.name, "m");
     expectNear(m.color, {0.5F, 1, 0});

@@ -44,7 +44,7 @@ static st_scene twoLayers() {
 static st_scene throughFile(const st_scene &scene) {
     std::string problem;
     const SceneReading reading = readScene(readGltf, "round.glb", gltfBytes(scene, &problem));
-    EXPECT_EQ(problem + reading.problem + lostRules(reading), "");
+    EXPECT_EQ(problem + reading.problem + rulesOf(reading.lost), "");
     return reading.scene;
 }
 

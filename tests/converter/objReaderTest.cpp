@@ -36,7 +36,7 @@ TEST(ObjReader, makesPolygonsOfFaces) {
         SCOPED_TRACE(test.name);
         const SceneReading reading = readText(test.text);
         EXPECT_EQ(shape(reading), test.shape);
-        EXPECT_EQ(lostRules(reading), test.lost);
+        EXPECT_EQ(rulesOf(reading.lost), test.lost);
     }
     const SceneReading large = readText(POINTS + many);
     ASSERT_EQ(large.problem, "");
@@ -100,7 +100,7 @@ TEST(ObjReader, readsMaterials) {
         "vt 0.25 0.5\nusemtl wood\nf 1/1 2 3\nusemtl glass\nf 1 2 3\nusemtl lamp\nf 1 2 3\n"
         "usemtl unknown\nf 1 2 3\n");
     ASSERT_EQ(reading.problem, "");
-    EXPECT_EQ(lostRules(reading), "material-file! picture! material-map material! uv-gap!");
+    EXPECT_EQ(rulesOf(reading.lost), "material-file! picture! material-map material! uv-gap!");
     ASSERT_EQ(reading.scene.materials.size(), 4U);
     const st_material &wood = reading.scene.materials[0], &glass = reading.scene.materials[1],
                       &lamp = reading.scene.materials[2], &unknown = reading.scene.materials[3];

@@ -3,20 +3,10 @@
 
 #include "reader/lwo2.h"
 #include "tests/support/modelParts.h"
+#include "tests/support/readScene.h"
 #include "tests/support/targaWriter.h"
-#include "tests/support/testFolder.h"
-#include "tests/support/testScene.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <filesystem>
-
-struct Reading {
-    std::string problem;
-    st_scene scene;
-    std::vector<st_finding> lost;
-};
+using Reading = SceneReading;
 
 // Two pixels, red below green.
 static const std::string PICTURE = targa(2, 1, 2, 24, 0, std::string("\0\0\xFF\0\xFF\0", 6));

@@ -2,8 +2,7 @@
 #include "converter/pictureDecoder.h"
 
 #include "converter/pngWriter.h"
-#include "tests/support/jpegPicture.h"
-#include "tests/support/targaWriter.h"
+#include "tests/support/pictureFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -15,15 +14,6 @@ static std::string decode(const std::string &file, st_scenePicture *picture) {
 static std::string problemOf(const std::string &file) {
     st_scenePicture picture;
     return decode(file, &picture);
-}
-
-static std::string little4(unsigned value) {
-    return little2(value & 0xFFFF) + little2(value >> 16);
-}
-
-static std::string bitmap(unsigned width, unsigned height, const std::string &rows) {
-    return "BM" + little4(0) + little4(0) + little4(54) + little4(40) + little4(width) +
-           little4(height) + little2(1) + little2(24) + std::string(24, '\0') + rows;
 }
 
 TEST(PictureDecoder, givesPixelsFromTheTopDown) {

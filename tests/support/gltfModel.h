@@ -27,10 +27,6 @@ inline std::string floats(std::initializer_list<float> numbers) {
     return littleNumbers(numbers);
 }
 
-inline std::string little4(std::size_t value) {
-    return little2(value & 0xFFFF) + little2(value >> 16 & 0xFFFF);
-}
-
 // The JSON chunk and, if there is any, the other one.
 inline std::string glbBytes(std::string text, std::string bytes) {
     text.resize((text.size() + 3) / 4 * 4, ' ');

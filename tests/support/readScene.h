@@ -1,10 +1,9 @@
 // Reads files of other formats in tests, and says in short what came out.
 #pragma once
 
-#include "checker/finding.h"
-#include "converter/scene.h"
 #include "tests/support/chunkWriter.h"
 #include "tests/support/testFolder.h"
+#include "tests/support/testScene.h"
 
 #include <gtest/gtest.h>
 
@@ -40,14 +39,6 @@ inline std::string shape(const SceneReading &reading) {
                 text += (i == 0 ? "" : " ") + std::to_string(std::lround(layer.points[point].x));
             }
         }
-    return text;
-}
-
-// The rules of the findings, with ! those that are no notes.
-inline std::string lostRules(const SceneReading &reading) {
-    std::string text;
-    for (const st_finding &finding : reading.lost)
-        text += (text.empty() ? "" : " ") + finding.rule + (finding.isNote ? "" : "!");
     return text;
 }
 

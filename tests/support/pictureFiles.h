@@ -1,9 +1,18 @@
-// A JPEG file of 2 x 2 pixels, dark grey.
+// Pictures of kinds that other programs' models have.
 #pragma once
+
+#include "tests/support/targaWriter.h"
 
 #include <cstdlib>
 #include <string>
 
+// BMP of 24 bits; each row of a multiple of 4 bytes, the lowest first.
+inline std::string bitmap(unsigned width, unsigned height, const std::string &rows) {
+    return "BM" + little4(0) + little4(0) + little4(54) + little4(40) + little4(width) +
+           little4(height) + little2(1) + little2(24) + std::string(24, '\0') + rows;
+}
+
+// JPEG of 2 x 2 pixels, dark grey.
 inline std::string jpegPicture() {
     const std::string digits =
         "ffd8ffdb004300083e3e493e49555555555555645d64686868646464646868687070708383837070"
