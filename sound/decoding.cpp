@@ -17,10 +17,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-constexpr int OUTPUT_CHANNELS = 2; // stereo
 constexpr int BUFFER_FRAMES = 8192;
 constexpr std::size_t ENOUGH = 1 << 20; // samples, 12 seconds
-constexpr int ONCE = 1;
 
 // Shared with the mixer's thread.
 struct st_decoding {

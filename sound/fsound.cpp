@@ -11,9 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-constexpr int OUTPUT_CHANNELS = 2; // stereo
 constexpr int BUFFER_FRAMES = 1024;
-constexpr int ONCE = 1;
 
 static bool deviceOpen = false;
 

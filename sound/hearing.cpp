@@ -13,7 +13,6 @@
 #include <cstring>
 #include <mutex>
 
-constexpr int OUTPUT_CHANNELS = 2; // stereo
 constexpr int BYTES_PER_SAMPLE = 2;
 constexpr double PERIODS_WAITING = 2.0; // one that the device is playing, one after it
 constexpr double DRAWN = 0.1;           // of the clock's error, at each call
@@ -21,7 +20,6 @@ constexpr double LEAP = 0.1;            // seconds of error that are not drawn b
 constexpr double SAME_PLACE = 0.1;      // seconds
 constexpr double DEAF_AFTER = 1.0;      // seconds without a call
 constexpr double ASLEEP_AFTER = 0.1;    // seconds between two questions; the rest was sleep
-constexpr int ONCE = 1;
 
 // The mixer's thread writes it, too.
 struct st_hearing {
@@ -64,16 +62,12 @@ static void count(int bytes) {
 }
 
 // Of samples that begin where mixing has got to.
-static void fadeEnd(Uint8 *samples, int bytes) {
+static void fadeEnd(Uint8 *bytes, int size) {
     int rate = 0;
     Mix_QuerySpec(&rate, nullptr, nullptr);
-    auto *values = reinterpret_cast<Sint16 *>(samples);
-    const int count = bytes / BYTES_PER_SAMPLE;
-    for (int k = 0; k < count; k++) {
-        const int frame = k / OUTPUT_CHANNELS;
-        const double at = hearing.mixed + static_cast<double>(frame) / rate;
-        values[k] = static_cast<Sint16>(values[k] * keptAtEnd(at, hearing.length));
-    }
+    fadeAtEnd(reinterpret_cast<std::int16_t *>(bytes),
+              static_cast<std::size_t>(size) / BYTES_PER_SAMPLE, hearing.mixed * rate, rate,
+              hearing.length);
 }
 
 // Music is held and let go between two calls, so that none counts in part.

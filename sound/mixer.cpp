@@ -19,10 +19,15 @@ std::int16_t mixedSample(std::int16_t sample, int volume) {
     return static_cast<std::int16_t>(sample * mixerVolume(volume) / MIX_MAX_VOLUME);
 }
 
-double keptAtEnd(double seconds, double length) {
-    constexpr double LONGEST_FADE = 6.0;
+void fadeAtEnd(std::int16_t *samples, std::size_t count, double position, int rate, double length) {
+    constexpr double LONGEST_FADE = 6.0; // seconds
     const double fade = std::min(LONGEST_FADE, length / 10);
-    return fade > 0.0 ? std::clamp((length - seconds) / fade, 0.0, 1.0) : 0.0;
+    for (std::size_t k = 0; k < count; k++) {
+        const std::size_t frame = k / OUTPUT_CHANNELS;
+        const double at = (position + static_cast<double>(frame)) / rate;
+        samples[k] = static_cast<std::int16_t>(
+            samples[k] * (fade > 0.0 ? std::clamp((length - at) / fade, 0.0, 1.0) : 0.0));
+    }
 }
 
 SDL_RWops *openMusic(const char *path) {

@@ -3,10 +3,14 @@
 //   if (music == nullptr) std::puts(musicProblem("msx/music.ogg").c_str());
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
 struct SDL_RWops;
+
+constexpr int OUTPUT_CHANNELS = 2; // stereo
+constexpr int ONCE = 1;            // how often music is played
 
 // The mixer's own volume, 0 to 128, for a show volume from 0 (silent) to 255 (full); values
 // outside count as the nearest of these.
@@ -15,10 +19,10 @@ int mixerVolume(int volume);
 // A sample as the mixer plays it at a show volume.
 std::int16_t mixedSample(std::int16_t sample, int volume);
 
-// Music that is shorter than the show ends with a fade. The share of its volume that is left of it
-// at a time, given its length, both in seconds: 1 until the last six seconds, of short music the
-// last tenth; 0 at the end.
-double keptAtEnd(double seconds, double length);
+// Music that is shorter than the show ends with a fade, of its last six seconds or, of short music,
+// its last tenth. Fades samples of both sides, left and right in turn, the first of which lies so
+// many samples of a side behind the music's beginning; length: of the music, seconds.
+void fadeAtEnd(std::int16_t *samples, std::size_t count, double position, int rate, double length);
 
 // Opens a music file for the mixer. Null when there is none, and for a pipe: opening that waits for
 // somebody to write to it, and the show would never start.

@@ -10,7 +10,6 @@
 #include <cstddef>
 
 constexpr int FULL_VOLUME = 255;
-constexpr int CHANNELS = 2; // stereo
 
 struct FSOUND_STREAM {
     st_decoding *decoding = nullptr;
@@ -69,33 +68,23 @@ std::int64_t frameSample(int frame, int fps, int rate) {
            (2 * static_cast<std::int64_t>(fps));
 }
 
-// As the player does with music that is shorter than the show. first: of both sides, where they are
-// in the music.
-static void fadeEnd(std::int64_t first, std::vector<std::int16_t> *samples) {
-    const double length = decodingLength(track.playing->decoding);
-    if (length <= 0 || length >= SHOW_SECONDS)
-        return;
-    for (std::size_t k = 0; k < samples->size(); k++) {
-        const std::int64_t pair = (first + static_cast<std::int64_t>(k)) / CHANNELS;
-        const double kept = keptAtEnd(static_cast<double>(pair) / track.rate, length);
-        (*samples)[k] = static_cast<std::int16_t>((*samples)[k] * kept);
-    }
-}
-
 // The music from where it stands to a sample of both sides, silent once it is over.
 static std::vector<std::int16_t> playTo(std::int64_t last) {
     std::vector<std::int16_t> heard;
     const auto count = static_cast<std::size_t>(last - track.playing->taken);
     takeSamples(track.playing->decoding, count, &heard);
     heard.resize(count, 0);
-    fadeEnd(track.playing->taken, &heard);
+    const double length = decodingLength(track.playing->decoding);
+    const std::int64_t position = track.playing->taken / OUTPUT_CHANNELS;
+    if (length > 0 && length < SHOW_SECONDS)
+        fadeAtEnd(heard.data(), count, static_cast<double>(position), track.rate, length);
     track.playing->taken = last;
     return heard;
 }
 
 void appendFrameSound(int frame, int fps, std::vector<std::int16_t> *samples) {
-    const std::int64_t first = frameSample(frame, fps, track.rate) * CHANNELS;
-    const std::int64_t last = frameSample(frame + 1, fps, track.rate) * CHANNELS;
+    const std::int64_t first = frameSample(frame, fps, track.rate) * OUTPUT_CHANNELS;
+    const std::int64_t last = frameSample(frame + 1, fps, track.rate) * OUTPUT_CHANNELS;
     if (!hasMusic()) {
         samples->resize(samples->size() + static_cast<std::size_t>(last - first), 0);
         return;
