@@ -63,11 +63,12 @@ std::string lowerCase(std::string text) {
     return text;
 }
 
-static std::map<std::string, std::string> filesIn(const std::string &directory) {
+std::map<std::string, std::string> filesIn(const std::string &directory, std::size_t most) {
     std::map<std::string, std::string> files;
     std::error_code failed;
     fs::directory_iterator entry(directory, failed);
-    for (; !failed && entry != fs::directory_iterator(); entry.increment(failed)) {
+    for (; !failed && entry != fs::directory_iterator() && most > 0;
+         entry.increment(failed), most--) {
         const std::string name = entry->path().filename().string();
         files[lowerCase(name)] = name;
     }

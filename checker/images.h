@@ -8,6 +8,8 @@
 
 #include "reader/lwo2.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -39,6 +41,10 @@ st_modelImages loadImages(const st_lwObject &object, const std::string &director
 const st_lwClip *clipOf(const st_modelImages &images, int index);
 
 std::string lowerCase(std::string text);
+
+// The names of what is in a directory, by the same in lower case; not more than so many.
+std::map<std::string, std::string> filesIn(const std::string &directory,
+                                           std::size_t most = SIZE_MAX);
 
 // The name in a path without its directories.
 std::string baseName(const std::string &path);

@@ -57,11 +57,6 @@ st_gltfPlace placeOf(const tinygltf::Node &node) {
     return place;
 }
 
-float sound(double number) {
-    const float value = static_cast<float>(number);
-    return std::isfinite(value) ? value : 0;
-}
-
 st_vec placedPoint(const st_gltfPlace &place, const float (&point)[3]) {
     double sum[3];
     for (int row = 0; row < 3; row++) {

@@ -29,5 +29,3 @@ st_normalPlace normalPlace(const st_gltfPlace &place);
 
 // Of length 1; `otherwise` where there is no direction.
 st_vec placedNormal(const st_normalPlace &place, const float (&n)[3], st_vec otherwise);
-
-float sound(double number); // 0 for what is none

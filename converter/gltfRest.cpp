@@ -2,6 +2,8 @@
 // and again.
 #include "converter/gltfRest.h"
 
+#include "converter/wide.h"
+
 #include <algorithm>
 
 constexpr const char *NO_SUCH_BONE = "a vertex hangs on a bone that is not there";

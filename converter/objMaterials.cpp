@@ -164,7 +164,7 @@ static int addPicture(st_objPictures *pictures, const std::string &name, bool is
                static_cast<int>(pictures->scene->pictures.size()) - 1;
 }
 
-static float sound(float number) {
+static float moderate(float number) {
     return std::fabs(number) < 1e9F ? number : 0;
 }
 
@@ -181,8 +181,8 @@ static void takePicture(const tinyobj::material_t &from, st_objPictures *picture
     }
     const tinyobj::texture_option_t &options = from.diffuse_texopt;
     material->wrapU = material->wrapV = options.clamp ? WRAP_CLAMP : WRAP_REPEAT;
-    look->scale = {sound(options.scale[0]), sound(options.scale[1])};
-    look->offset = {sound(options.origin_offset[0]), sound(options.origin_offset[1])};
+    look->scale = {moderate(options.scale[0]), moderate(options.scale[1])};
+    look->offset = {moderate(options.origin_offset[0]), moderate(options.origin_offset[1])};
 }
 
 static void noteMaps(const tinyobj::material_t &from, const st_material &material,

@@ -3,6 +3,8 @@
 // the number of the face before which and of the point at which they stand.
 #include "converter/objParsing.h"
 
+#include "converter/wide.h"
+
 #define TINYOBJLOADER_IMPLEMENTATION
 #include <tiny_obj_loader.h>
 
@@ -168,10 +170,6 @@ struct st_objTold {
 
 static st_objTold &told(void *data) {
     return *static_cast<st_objTold *>(data);
-}
-
-static float sound(float number) {
-    return std::isfinite(number) ? number : 0;
 }
 
 static void takePoint(void *data, float x, float y, float z, float /*w*/) {

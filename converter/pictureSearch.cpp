@@ -51,16 +51,9 @@ st_pictureFolders foldersAround(const std::string &modelPath) {
 }
 
 static const std::map<std::string, std::string> &filesOf(st_pictureFolders::st_folder *folder) {
-    std::error_code failed;
-    fs::directory_iterator entry;
     if (!folder->isListed)
-        entry = fs::directory_iterator(folder->path, failed);
+        folder->files = filesIn(folder->path, FILE_LIMIT);
     folder->isListed = true;
-    for (std::size_t count = 0; !failed && entry != fs::directory_iterator() && count < FILE_LIMIT;
-         entry.increment(failed), count++) {
-        const std::string name = entry->path().filename().string();
-        folder->files.emplace(lowerCase(name), name);
-    }
     return folder->files;
 }
 

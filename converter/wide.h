@@ -1,4 +1,4 @@
-// Directions in double: far corners of thin faces lose too much in float.
+// Numbers in double, and back: directions of thin faces far away lose too much in float.
 //
 //   const st_vec normal = directionOf(areaOf(a, b, c), {0, 1, 0});
 #pragma once
@@ -6,6 +6,12 @@
 #include "modeling/mesh.h"
 
 #include <cmath>
+
+// 0 for what is no number, or none that a float can say.
+inline float sound(double number) {
+    const float value = static_cast<float>(number);
+    return std::isfinite(value) ? value : 0;
+}
 
 struct st_wide {
     double x = 0, y = 0, z = 0;
