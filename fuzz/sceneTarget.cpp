@@ -1,13 +1,17 @@
 // Models of other formats, and pictures, through the converter's readers; what they give is
-// written as glTF and read once more.
+// written as glTF and as an object file, and read once more.
 #include "fuzz/targets.h"
 
+#include "checker/modelFile.h"
 #include "converter/gltfReader.h"
 #include "converter/gltfWriter.h"
 #include "converter/objReader.h"
+#include "converter/objectFiles.h"
 #include "converter/pictureDecoder.h"
 #include "fuzz/inputFile.h"
 #include "tests/support/checkScene.h"
+#include "tests/support/keptMemory.h"
+#include "tests/support/memoryFile.h"
 
 using sceneReader = std::string (*)(const std::string &, st_scene *, std::vector<st_finding> *);
 
@@ -24,6 +28,16 @@ static std::string secondProblem(const st_scene &scene) {
     return sceneProblem(again);
 }
 
+static std::string objectProblem(st_scene scene) {
+    st_objectFiles files;
+    std::vector<st_finding> lost;
+    if (!objectFiles(std::move(scene), "m", &files, &lost).empty())
+        return "";
+    st_modelFile model = openModel(memoryFile(files.object));
+    freeObjectWhole(model.object.release());
+    return model.problem.empty() ? "" : "what is written can be read: " + model.problem;
+}
+
 static st_verdict judge(sceneReader read, const std::string &path) {
     st_scene scene;
     std::vector<st_finding> lost;
@@ -38,6 +52,8 @@ static st_verdict judge(sceneReader read, const std::string &path) {
     std::string problem = sceneProblem(scene);
     if (problem.empty())
         problem = secondProblem(scene);
+    if (problem.empty())
+        problem = objectProblem(std::move(scene));
     return {true, problem};
 }
 
