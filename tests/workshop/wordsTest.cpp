@@ -386,7 +386,7 @@ static void expectReads(const Flat &letters, const std::string &line, float trac
 // The sign looks to -z, turned and tilted a little, so it is flattened along its own axes.
 static void expectSignReads(const st_words &words) {
     const st_mesh mesh = meshOf("skylt.lwo");
-    const st_place place = turned({0, 1, 0}, -9) * turned({1, 0, 0}, 9) * facingMainView();
+    const st_place place = turned({0, 1, 0}, 12) * turned({1, 0, 0}, 9) * facingMainView();
     const st_vec right = place.x;
     const st_vec up = place.y;
     const auto flat = [&](st_vec at) { return st_uv{dotProduct(at, right), dotProduct(at, up)}; };
@@ -395,12 +395,39 @@ static void expectSignReads(const st_words &words) {
              mesh, "sign-letters", [](st_vec) { return true; }, flat))
         for (const st_uv at : polygon)
             highest = std::max(highest, at.v);
-    const auto isUpper = [&](st_vec at) { return flat(at).v > highest - 0.37F; };
+    const auto isUpper = [&](st_vec at) { return flat(at).v > highest - 0.34F; };
     expectReads(facesOf(mesh, "sign-letters", isUpper, flat), words.name.text);
     if (!words.secondLine.text.empty())
         expectReads(facesOf(
                         mesh, "sign-letters", [&](st_vec at) { return !isUpper(at); }, flat),
                     words.secondLine.text);
+}
+
+// Where the sign is read: from far in the main view, and near, from its side, in the close.
+static void expectSignIsInThePicture() {
+    static constexpr struct {
+        int frame;
+        float pitch, yaw, away;
+    } VIEWS[] = {{5100, 31.4F, 180.3F, 5.8F},
+                 {17949, -1.9F, 131.8F, 3.34F},
+                 {18300, 7.3F, 147.1F, 3.32F},
+                 {18750, 13.6F, 159.0F, 3.32F}};
+    const st_mesh mesh = meshOf("skylt.lwo");
+    for (const auto &view : VIEWS) {
+        const st_place seen = moved({0, 0.02F, -view.away}) * turned({1, 0, 0}, view.pitch) *
+                              turned({0, 1, 0}, view.yaw);
+        const auto inPicture = [&](st_vec at) {
+            const st_vec eyed = placePoint(seen, at);
+            const float half = std::tan(PI / 8) * -eyed.z; // half its height there
+            return st_uv{eyed.x / (half * 4 / 3), eyed.y / half};
+        };
+        const Flat letters = facesOf(
+            mesh, "sign-letters", [](st_vec) { return true; }, inPicture);
+        EXPECT_FALSE(letters.empty());
+        for (const auto &polygon : letters)
+            for (const st_uv at : polygon)
+                ASSERT_LT(std::max(std::fabs(at.u), std::fabs(at.v)), 0.96F) << view.frame;
+    }
 }
 
 static void expectWheelReads(const char *file, const std::vector<st_phrase> &names) {
@@ -458,6 +485,7 @@ TEST(Extremes, wordsAreReadBackFromTheModels) {
         SCOPED_TRACE(extreme.what);
         use(extreme);
         expectSignReads(extreme.words);
+        expectSignIsInThePicture();
         expectLogoReads(extreme.words.logo.text);
         expectScrollReads(extreme.words.scrollText.text);
         expectWheelReads("greets1.lwo", extreme.words.wheels[0]);

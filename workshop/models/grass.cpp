@@ -9,7 +9,7 @@
 
 constexpr int TUFTS = 150;
 constexpr int BLADES = 4;
-constexpr int FLOWERS = 34;
+constexpr int FLOWERS = 33;
 
 // Three slender sides that meet in a leaning tip: one of them always looks at the viewer.
 static void addBlade(st_mesh &mesh, int surface, st_vec root, st_vec lean, float height,
@@ -76,7 +76,7 @@ static void addMushroom(st_mesh &mesh, st_vec root, float size) {
 st_mesh makeGrass() {
     st_mesh mesh;
     addTufts(mesh);
-    st_random random = {57};
+    st_random random = {61};
     const st_surface petals[3] = {plain("daisy", MILK, ROUND), plain("buttercup", SUN, ROUND),
                                   plain("clover", mix(ROSE, MILK, 0.35F), ROUND)};
     for (int i = 0; i < FLOWERS; i++)
@@ -84,7 +84,8 @@ st_mesh makeGrass() {
                   petals[i % 3]);
     addMushroom(mesh, onIsland(0.15F, 0.35F), 1.2F);
     addMushroom(mesh, onIsland(0.02F, 0.44F), 0.8F);
-    addMushroom(mesh, onIsland(-2.2F, 0.12F), 1.1F);
+    addMushroom(mesh, onIsland(-1.85F, 0.55F), 1.2F);
+    addMushroom(mesh, onIsland(-1.98F, 0.44F), 0.8F);
     append(mesh, makeTerminal());
     return mesh;
 }

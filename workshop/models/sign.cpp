@@ -59,10 +59,12 @@ st_mesh makeSign() {
                moved({0, -0.38F, 0}) * turned({0, 0, 1}, -4));
         addLine(sign, theWords().secondLine.text, BOARD_ROOM, {0.0F, -0.38F, 0});
     }
+    // Between the two places that it is read from: the main view, and that of the close, 21 to 48
+    // degrees to the right of it and near, where all of it has to be in a picture of 4:3.
     st_mesh mesh;
-    const st_vec foot = onIsland(-1.38F, -0.05F);
+    const st_vec foot = onIsland(-0.76F, -0.02F);
     append(mesh, sign,
-           moved(foot + st_vec{0, 0.80F, 0}) * turned({0, 1, 0}, -9) * turned({1, 0, 0}, 9) *
-               facingMainView() * scaled({0.86F, 0.86F, 0.86F}));
+           moved(foot + st_vec{0, 0.80F, 0}) * turned({0, 1, 0}, 12) * turned({1, 0, 0}, 9) *
+               facingMainView() * scaled({0.80F, 0.80F, 0.80F}));
     return mesh;
 }

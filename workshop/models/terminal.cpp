@@ -7,8 +7,8 @@
 
 #include <cmath>
 
-constexpr st_vec DESK = {-0.20F, 0, 0.80F}; // x and z; the meadow gives the height
-constexpr st_vec SOCKET = {0.48F, 0, 0.90F};
+constexpr st_vec DESK = {1.30F, 0, 0.60F}; // x and z; the meadow gives the height
+constexpr st_vec SOCKET = {0.80F, 0, 0.82F};
 
 static st_mesh deskShape() {
     st_mesh mesh;
@@ -43,9 +43,9 @@ static st_mesh cableShape() {
     std::vector<st_ring> rings;
     for (int i = 0; i <= STEPS; i++) {
         const float t = static_cast<float>(i) / STEPS;
-        const float slack = 0.10F * std::sin(t * 2 * PI);
-        const float x = mix(DESK.x + 0.15F, SOCKET.x, t);
-        const float z = mix(DESK.z, SOCKET.z, t) - 0.12F * std::sin(t * PI) + slack;
+        const float slack = std::sin(t * PI);
+        const float x = mix(DESK.x - 0.15F, SOCKET.x, t) - 0.12F * slack;
+        const float z = mix(DESK.z, SOCKET.z, t) - 0.28F * slack;
         const float rise = i == STEPS ? 0.16F : 0.012F;
         rings.push_back({onIsland(x, z) + st_vec{0, rise, 0}, 0.013F});
     }
@@ -56,7 +56,7 @@ st_mesh makeTerminal() {
     st_mesh mesh;
     const st_vec foot = onIsland(DESK.x, DESK.z);
     const st_place place =
-        moved(foot) * turned({0, 1, 0}, 8) * facingMainView() * scaled({1.3F, 1.3F, 1.3F});
+        moved(foot) * turned({0, 1, 0}, 2) * facingMainView() * scaled({1.3F, 1.3F, 1.3F});
     append(mesh, deskShape(), place);
     append(mesh, machineShape(), place * moved({0, 0.2F, -0.03F}) * scaled({1.15F, 1.15F, 1.15F}));
     append(mesh, cableShape());

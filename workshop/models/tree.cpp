@@ -7,8 +7,8 @@
 
 #include <cmath>
 
-constexpr float TREE_X = 0.62F;
-constexpr float TREE_Z = 0.95F;
+constexpr float TREE_X = 0.84F;
+constexpr float TREE_Z = 1.00F;
 constexpr int LOOSE_LEAVES = 14; // to a lump
 
 static void addTrunk(st_mesh &mesh, st_vec foot) {

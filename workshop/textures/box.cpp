@@ -45,8 +45,8 @@ static st_picture paintTurf() {
         const float trodden =
             (1 - smoothStep(0.022F, 0.055F, path)) * (1 - smoothStep(0.45F, 0.6F, v));
         color = mix(color, mix(WOOD, HAZE, 0.10F + 0.3F * blades), trodden * 0.9F);
-        const float du = (u - 0.40F) / 0.21F;
-        const float dv = (v - 0.56F) / 0.26F;
+        const float du = (u - 0.37F) / 0.21F;
+        const float dv = (v - 0.57F) / 0.26F;
         const float shade =
             1 - smoothStep(0.2F, 1.0F, std::sqrt(du * du + dv * dv) + 0.3F * (blotch - 0.5F));
         // Bright, as the surface is not.
