@@ -17,6 +17,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <set>
 
 namespace fs = std::filesystem;
 
@@ -45,8 +46,8 @@ static st_phrase phraseAt(const std::string &text, const toml::source_region &wh
             static_cast<int>(where.end.line)};
 }
 
-// The known name that is meant, most likely: " (line is meant?)"; "" when none is like it.
-static std::string suggestion(const std::string &word, const std::vector<std::string> &known) {
+// The known name that is meant, most likely; "" when none is like it.
+static std::string meantBy(const std::string &word, const std::vector<std::string> &known) {
     std::string nearest;
     std::size_t least = std::max<std::size_t>(2, word.size() / 2) + 1;
     for (const std::string &name : known)
@@ -54,8 +55,13 @@ static std::string suggestion(const std::string &word, const std::vector<std::st
             least = distance;
             nearest = name;
         }
-    if (!nearest.empty())
-        return "; " + nearest + " is meant?";
+    return nearest;
+}
+
+// Of that name, or of all that are known.
+static std::string suggestion(const std::string &meant, const std::vector<std::string> &known) {
+    if (!meant.empty())
+        return "; " + meant + " is meant?";
     std::string all;
     for (const std::string &name : known)
         all += (all.empty() ? "; known are " : ", ") + name;
@@ -243,19 +249,25 @@ static void readSection(st_wordsFile *file, const st_wordsSection &section,
                      kindOf(node));
         return;
     }
+    const std::vector<std::string> known = namesOf(section.keys);
+    std::set<std::string> misspelt; // these are there, after all
     for (auto &&[key, value] : *table) {
         const std::string name(key.str());
-        if (const st_wordsKey *known = findNamed(section.keys, name))
-            known->read(value);
-        else
-            complain(file, key.source(),
-                     std::string(title)
-                         .append(" has no key ")
-                         .append(name)
-                         .append(suggestion(name, namesOf(section.keys))));
+        if (const st_wordsKey *found = findNamed(section.keys, name)) {
+            found->read(value);
+            continue;
+        }
+        const std::string meant = meantBy(name, known);
+        misspelt.insert(meant);
+        complain(file, key.source(),
+                 std::string(title)
+                     .append(" has no key ")
+                     .append(name)
+                     .append(suggestion(meant, known)));
     }
     for (const st_wordsKey &key : section.keys)
-        if (section.needed && key.needed && !table->contains(key.name))
+        if (section.needed && key.needed && !table->contains(key.name) &&
+            misspelt.count(key.name) == 0)
             complain(file, node.source(), std::string(title).append(" lacks ").append(key.name));
 }
 
@@ -270,6 +282,8 @@ static std::string sectionWith(const std::vector<st_wordsSection> &sections,
 
 static void readSections(st_wordsFile *file, const toml::table &whole) {
     const std::vector<st_wordsSection> sections = sectionsOf(file);
+    const std::vector<std::string> titles = namesOf(sections);
+    std::set<std::string> misspelt;
     for (auto &&[key, value] : whole) {
         const std::string name(key.str());
         if (const st_wordsSection *known = findNamed(sections, name))
@@ -278,12 +292,15 @@ static void readSections(st_wordsFile *file, const toml::table &whole) {
                  !value.is_table() && !title.empty())
             complain(file, key.source(),
                      std::string(name).append(" stands in no section; it belongs below ") + title);
-        else
+        else {
+            const std::string meant = meantBy(name, titles);
+            misspelt.insert(meant);
             complain(file, key.source(),
-                     "there is no section [" + name + "]" + suggestion(name, namesOf(sections)));
+                     "there is no section [" + name + "]" + suggestion(meant, titles));
+        }
     }
     for (const st_wordsSection &section : sections)
-        if (section.needed && !whole.contains(section.name))
+        if (section.needed && !whole.contains(section.name) && misspelt.count(section.name) == 0)
             file->problems.push_back(
                 {0, 0, "the section [" + std::string(section.name) + "] is missing"});
 }

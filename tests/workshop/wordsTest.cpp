@@ -35,10 +35,13 @@ TEST(Words, whatIsWrongIsSaidWithItsPlace) {
         std::string said; // after the path, one line each
     } cases[] = {
         {"[sign]\nname='A'\n" + std::string(REST), ""},
-        {"[sign]\nnme='A'\n" + std::string(REST),
-         ":1:1: [sign] lacks name\n:2:1: [sign] has no key nme; name is meant?\n"},
+        {"[sign]\nnme='A'\n" + std::string(REST), ":2:1: [sign] has no key nme; name is meant?\n"},
+        {"[sign]\nline='A'\n[logo]\nx='k7'\n",
+         ": the section [scroll] is missing\n: the section [greetings] is missing\n"
+         ":1:1: [sign] lacks name\n:3:1: [logo] lacks text\n"
+         ":4:1: [logo] has no key x; known are text\n"},
         {"[sgin]\nname='A'\n" + std::string(REST),
-         ": the section [sign] is missing\n:1:2: there is no section [sgin]; sign is meant?\n"},
+         ":1:2: there is no section [sgin]; sign is meant?\n"},
         {"[sign]\nname=2003\nline=[]\n" + std::string(REST),
          ":2:6: name has to be text in quotation marks, not a number without quotation marks\n"
          ":3:6: line has to be text in quotation marks, not a list\n"},
