@@ -47,6 +47,17 @@ std::string composed(const std::string &text) {
     return result;
 }
 
+bool isBlank(char32_t letter) {
+    switch (utf8proc_category(static_cast<utf8proc_int32_t>(letter))) {
+    case UTF8PROC_CATEGORY_ZS:
+    case UTF8PROC_CATEGORY_ZL:
+    case UTF8PROC_CATEGORY_ZP:
+    case UTF8PROC_CATEGORY_CC:
+    case UTF8PROC_CATEGORY_CF: return true;
+    default: return false;
+    }
+}
+
 bool runsLeft(char32_t letter) {
     const auto bidi = static_cast<utf8proc_bidi_class_t>(
         utf8proc_get_property(static_cast<utf8proc_int32_t>(letter))->bidi_class);

@@ -12,6 +12,9 @@ std::string textOf(const std::u32string &letters);
 // With marks joined to their letters wherever Unicode has the two as one (NFC).
 std::string composed(const std::string &text);
 
+// Whether there is nothing to be seen of it: spaces of any width, marks for the flow of text.
+bool isBlank(char32_t letter);
+
 // Whether its script runs from right to left, as Arabic and Hebrew do.
 bool runsLeft(char32_t letter);
 

@@ -90,7 +90,8 @@ static const char *kindOf(const toml::node &node) {
 
 // -------------------------------------------------------------------------------- values
 
-// Runs of blanks, tabs and line breaks count as one blank, at the ends as nothing.
+// Runs of blanks, tabs and line breaks count as one blank, at the ends as nothing; so do blanks of
+// all kinds where there is nothing else.
 static std::string tidied(const std::string &text) {
     std::string tidy;
     for (const char c : text) {
@@ -101,7 +102,8 @@ static std::string tidied(const std::string &text) {
     }
     while (!tidy.empty() && tidy.back() == ' ')
         tidy.pop_back();
-    return composed(tidy);
+    const std::u32string letters = lettersOf(tidy);
+    return std::all_of(letters.begin(), letters.end(), isBlank) ? "" : composed(tidy);
 }
 
 // False, after a complaint, for what is no text.

@@ -46,6 +46,8 @@ TEST(Words, whatIsWrongIsSaidWithItsPlace) {
          ":2:6: name has to be text in quotation marks, not a number without quotation marks\n"
          ":3:6: line has to be text in quotation marks, not a list\n"},
         {"[sign]\nname='  '\n" + std::string(REST), ":2:6: name is empty\n"},
+        {"[sign]\nname='\u00A0 \u3000\u200B'\nline='\u2003'\n" + std::string(REST),
+         ":2:6: name is empty\n"},
         {"sign=1\n" + std::string(REST),
          ":1:6: sign has to be a section, [sign], not a number without quotation marks\n"},
         {"[sign]\nname='A\n" + std::string(REST),
