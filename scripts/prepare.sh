@@ -6,7 +6,7 @@
 SHOW_PACKAGES=(g++ cmake ninja-build pkg-config libgl-dev libegl-dev libglu1-mesa-dev
     freeglut3-dev libsdl2-dev libsdl2-mixer-dev libpng-dev libfreetype-dev libvorbis-dev
     nlohmann-json3-dev libtinygltf-dev libtinyobjloader-dev libstb-dev libtomlplusplus-dev
-    libutf8proc-dev fonts-cherrybomb libgl1-mesa-dri libegl1 x11-utils)
+    libutf8proc-dev libexif-dev fonts-cherrybomb libgl1-mesa-dri libegl1 x11-utils)
 CHECK_PACKAGES=(clang llvm clang-format clang-tidy libclang-rt-dev libgtest-dev libgmock-dev
     xvfb xauth xdotool openbox ffmpeg dpkg-dev desktop-file-utils file lintian man-db
     libbenchmark-dev libglib2.0-bin shared-mime-info)

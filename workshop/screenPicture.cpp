@@ -3,6 +3,7 @@
 
 #include "converter/pictureDecoder.h"
 #include "workshop/palette.h"
+#include "workshop/upright.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -83,9 +84,11 @@ std::string readScreenPicture(const std::string &path, st_picture *screen) {
         return std::strerror(errno);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     st_scenePicture picture;
-    std::string problem = decodePicture(reinterpret_cast<const unsigned char *>(bytes.data()),
-                                        bytes.size(), &picture);
-    if (problem.empty())
-        *screen = fitted(picture);
-    return problem;
+    const auto *data = reinterpret_cast<const unsigned char *>(bytes.data());
+    std::string problem = decodePicture(data, bytes.size(), &picture);
+    if (!problem.empty())
+        return problem;
+    turnUpright(data, bytes.size(), &picture);
+    *screen = fitted(picture);
+    return "";
 }

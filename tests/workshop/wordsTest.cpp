@@ -1,4 +1,5 @@
 // Words in a file, and words read back from the models that were cut from them.
+#include "tests/support/pictureFiles.h"
 #include "tests/support/testFolder.h"
 #include "workshop/checkWords.h"
 #include "workshop/lettering.h"
@@ -6,6 +7,7 @@
 #include "workshop/mainView.h"
 #include "workshop/screenPicture.h"
 #include "workshop/set.h"
+#include "workshop/upright.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -155,6 +157,47 @@ TEST(ScreenPicture, fitsWhateverItsShape) {
         EXPECT_NEAR(bars([&](int k) { return k * screen.width + middle; }), c.barAbove, 0.02F);
         EXPECT_NEAR(bars([&](int k) { return middle * screen.width + k; }), c.barBeside, 0.02F);
     }
+}
+
+// With the data that a camera puts behind the first two bytes: how it was held.
+static std::string heldPhotograph(unsigned char orientation) {
+    const std::string words = std::string("Exif\0\0MM\0*\0\0\0\b\0\1\1\x12\0\3\0\0\0\1\0", 25) +
+                              static_cast<char>(orientation) + std::string(6, '\0');
+    std::string jpeg = jpegPicture();
+    return jpeg.insert(2,
+                       std::string("\xFF\xE1\0", 3) + static_cast<char>(words.size() + 2) + words);
+}
+
+TEST(ScreenPicture, photographsStandAsTheyWereSeen) {
+    // Two rows of three pixels as a camera writes them, and rows as they were seen.
+    const char *const seen[] = {"abc def",  "abc def",  "cba fed",  "fed cba",  "def abc",
+                                "ad be cf", "da eb fc", "fc eb da", "cf be ad", "abc def"};
+    for (unsigned char orientation = 0; orientation <= 9; orientation++) {
+        st_scenePicture picture = {"", 3, 2, {}};
+        for (const char pixel : std::string("abcdef"))
+            picture.pixels.insert(picture.pixels.end(), 4, static_cast<unsigned char>(pixel));
+        const std::string file = heldPhotograph(orientation);
+        turnUpright(reinterpret_cast<const unsigned char *>(file.data()), file.size(), &picture);
+        std::string rows;
+        for (std::size_t k = 0; k < 6; k++) {
+            if (k > 0 && k % static_cast<std::size_t>(picture.width) == 0)
+                rows += ' ';
+            rows += static_cast<char>(picture.pixels[4 * k + 3]);
+        }
+        EXPECT_EQ(rows, seen[orientation]) << +orientation;
+    }
+    const std::string path = testPath("held.jpg");
+    std::string file = heldPhotograph(6);
+    file[file.find("\xFF\xC0") + 8] = 8; // pixels wide, 2 high
+    std::ofstream(path, std::ios::binary) << file;
+    st_picture screen;
+    ASSERT_EQ(readScreenPicture(path, &screen), "");
+    const auto at = [&](int x, int y) {
+        return screen.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(screen.width) +
+                             static_cast<std::size_t>(x)];
+    };
+    EXPECT_EQ(lengthOf(at(0, screen.height / 2) - INK), 0); // a bar beside it
+    EXPECT_GT(lengthOf(at(screen.width / 2, 1) - INK), 0);
 }
 
 // -------------------------------------------------------------- read back from models
