@@ -14,6 +14,7 @@
 
 constexpr int SIZE = 256;          // of the texture, pixels
 constexpr float MOST_LOST = 0.25F; // of a picture that fills the screen
+constexpr float THINNEST = 5;      // times the strip between bars fits on the screen
 
 // A picture's part along one axis of the texture, in pixels of the picture.
 struct st_slice {
@@ -48,21 +49,19 @@ static st_vec meanOf(const st_scenePicture &picture, st_slice across, st_slice d
 
 // How much of the picture, from its middle, the screen shows across and down; above 1: with bars.
 static void fit(float shape, float *across, float *down) {
-    const float wider = shape / SCREEN_SHAPE; // than the screen
-    const bool fills = std::min(wider, 1 / wider) >= 1 - MOST_LOST;
-    *across = 1;
-    *down = 1;
-    if (fills == (wider > 1))
-        *across = 1 / wider;
-    else
-        *down = wider;
+    const bool wide = shape > SCREEN_SHAPE;
+    const float stretch = wide ? shape / SCREEN_SHAPE : SCREEN_SHAPE / shape; // of its long sides
+    const bool fills = 1 / stretch >= 1 - MOST_LOST;
+    const float aside = fills ? 1 : std::min(stretch, THINNEST);
+    *(wide ? down : across) = aside;
+    *(wide ? across : down) = aside / stretch;
 }
 
 static st_picture fitted(const st_scenePicture &picture) {
     const auto width = static_cast<float>(picture.width);
     const auto height = static_cast<float>(picture.height);
-    float across = 1;
-    float down = 1;
+    float across = 0;
+    float down = 0;
     fit(width / height, &across, &down);
     const float wide = width * across / SIZE;
     const float high = height * down / SIZE;

@@ -12,5 +12,7 @@
 constexpr float SCREEN_SHAPE = 1.41F;
 
 // Fits the picture: one of nearly the screen's shape fills it and loses a little at two edges,
-// others are shown whole, with dark bars beside them. "" or why there is none.
+// others are shown whole, with dark bars beside them, and of strips that would be a line the
+// middle.
+// "" or why there is none.
 std::string readScreenPicture(const std::string &path, st_picture *screen);

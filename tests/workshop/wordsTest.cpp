@@ -128,8 +128,8 @@ TEST(ScreenPicture, fitsWhateverItsShape) {
     const struct {
         int width, height;
         float barAbove, barBeside; // share of the screen that is no picture, at both edges together
-    } cases[] = {
-        {1, 1, 0, 0.29F}, {4, 3, 0, 0}, {3, 2, 0, 0}, {300, 100, 0.53F, 0}, {20, 100, 0, 0.86F}};
+    } cases[] = {{1, 1, 0, 0.29F},   {4, 3, 0, 0},       {3, 2, 0, 0},      {300, 100, 0.53F, 0},
+                 {20, 100, 0, 0.8F}, {2000, 2, 0.8F, 0}, {2, 2000, 0, 0.8F}};
     for (const auto &c : cases) {
         const std::string path = testPath("screen.ppm.bmp");
         std::string pixels; // all white, rows padded to four bytes
