@@ -328,7 +328,9 @@ static void readSource(st_wordsFile *file) {
     toml::parse_result result = toml::parse(file->source, file->path);
     if (!result) {
         const std::string description(result.error().description());
-        complain(file, result.error().source(), description + adviceFor(description));
+        complain(file, result.error().source(),
+                 description + adviceFor(description) +
+                     "; all the rest is looked at once this is mended");
         return;
     }
     readSections(file, result.table());

@@ -32,6 +32,7 @@ constexpr char REST[] = "[logo]\ntext='k7'\n[scroll]\ntext='Hi!'\n"
                         "[greetings]\nfirst=['a']\nsecond=['b']\nthird=['c']\n";
 
 TEST(Words, whatIsWrongIsSaidWithItsPlace) {
+    const std::string MENDED = "; all the rest is looked at once this is mended\n"; // no TOML
     const struct {
         std::string source;
         std::string said; // after the path, one line each
@@ -54,14 +55,16 @@ TEST(Words, whatIsWrongIsSaidWithItsPlace) {
          ":1:6: sign has to be a section, [sign], not a number without quotation marks\n"},
         {"[sign]\nname='A\n" + std::string(REST),
          ":2:8: Error while parsing literal string: control characters other than TAB (U+0009) are "
-         "explicitly prohibited; is the quotation mark at the end of the line missing?\n"},
+         "explicitly prohibited; is the quotation mark at the end of the line missing?" +
+             MENDED},
         {"[sign]\nname=\xE2\x80\x9C"
          "A\xE2\x80\x9D\n" +
              std::string(REST),
          ":2:6: Error while parsing value: could not determine value type; text has to stand "
-         "between straight quotation marks, \"...\"\n"},
+         "between straight quotation marks, \"...\"" +
+             MENDED},
         {"[sign]\nname='\xE5'\n" + std::string(REST),
-         ":2:6: Encountered invalid utf-8 sequence; save the file as UTF-8 text\n"},
+         ":2:6: Encountered invalid utf-8 sequence; save the file as UTF-8 text" + MENDED},
         {"[sign]\nname='A'\n[page]\naddress='party.example'\n" + std::string(REST),
          ":4:9: address has to begin with https:// or http://\n"},
         {"name='A'\n[sign]\nname='A'\n" + std::string(REST),
