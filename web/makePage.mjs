@@ -17,9 +17,12 @@ function rays() {
     `<path d="M${at((k - 0.55) / COUNT, 54)} ${at(k / COUNT, k % 2 ? 82 : 98)} ${at((k + 0.55) / COUNT, 54)}Z"/>`).join('');
 }
 
+// What the page itself says is English.
+const language = words.language ? ` lang="${words.language}"` : '';
+
 const WHEELS = ['First wheel', 'Second wheel', 'Third wheel'];
 const wheels = words.wheels.map((names, k) =>
-  `<section><h3>${WHEELS[k]}</h3><ul>${names.map((name) => `<li>${escaped(name)}</li>`).join('')}</ul></section>`).join('\n');
+  `<section><h3>${WHEELS[k]}</h3><ul${language}>${names.map((name) => `<li>${escaped(name)}</li>`).join('')}</ul></section>`).join('\n');
 
 // The first sentences, as a link preview shows them.
 function description() {
@@ -49,6 +52,7 @@ const values = {
   line: escaped(words.line),
   title: escaped(`${words.name} ${words.line}`.trim()),
   length: length(),
+  language,
   address: escaped(words.address && words.address.replace(/\/*$/, '/')),
   ink: words.palette.ink,
   credit: words.font ? '' : CREDIT,

@@ -181,6 +181,21 @@ static void readAddress(st_wordsFile *file, const toml::node &node, st_phrase *a
         complain(file, node.source(), "address has to begin with https:// or http://");
 }
 
+// Two or three letters, and what else there is to say of it behind hyphens.
+static bool isLanguage(const std::string &code) {
+    const std::size_t main = std::min(code.find('-'), code.size());
+    return main >= 2 && main <= 3 && code.back() != '-' && code.find("--") == std::string::npos &&
+           std::all_of(code.begin(), code.end(),
+                       [](unsigned char c) { return std::isalnum(c) != 0 || c == '-'; });
+}
+
+static void readLanguage(st_wordsFile *file, const toml::node &node, st_phrase *language) {
+    if (readPhrase(file, node, "language", false, language) && !language->text.empty() &&
+        !isLanguage(language->text))
+        complain(file, node.source(),
+                 "language has to be a code such as \"de\", \"sv\" or \"pt-BR\"");
+}
+
 static void readLogo(st_wordsFile *file, const toml::node &node, st_phrase *logo) {
     if (!readPhrase(file, node, "text", false, logo))
         return;
@@ -229,7 +244,9 @@ static std::vector<st_wordsSection> sectionsOf(st_wordsFile *file) {
             {"page",
              false,
              {{"address",
-               [=](const toml::node &node) { readAddress(file, node, &file->words.address); }}}},
+               [=](const toml::node &node) { readAddress(file, node, &file->words.address); }},
+              {"language",
+               [=](const toml::node &node) { readLanguage(file, node, &file->words.language); }}}},
             palette};
 }
 

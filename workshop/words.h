@@ -32,7 +32,8 @@ struct st_words {
     st_phrase music;
     st_phrase screen; // the picture on the computer's screen
     st_phrase font;
-    st_phrase address; // where its page will be; may be empty
+    st_phrase address;  // where its page will be; may be empty
+    st_phrase language; // of the words, as "pt-BR"; may be empty
     st_palette palette = DEFAULT_PALETTE;
 };
 

@@ -19,6 +19,7 @@ test('is theirs in its head, its words and its colours', () =>
         card: said('meta[property="og:title"]'),
         description: said('meta[property="og:description"]'),
         picture: said('meta[property="og:image"]'),
+        language: ['html', 'h1', '.scroll', '.wheels ul'].map((part) => document.querySelector(part).lang),
         words: document.querySelector('.scroll').textContent,
         names: [...document.querySelectorAll('.wheels li')].map((name) => name.textContent),
         leaf: getComputedStyle(document.documentElement).getPropertyValue('--leaf').toLowerCase(),
@@ -30,6 +31,7 @@ test('is theirs in its head, its words and its colours', () =>
     assert.equal(seen.card, seen.title);
     assert.match(seen.description, /^Välkommen till Björkskolans höstmarknad, .* …$/);
     assert.equal(seen.picture, 'poster.jpg');
+    assert.deepEqual(seen.language, ['en', 'sv', 'sv', 'sv']);
     assert.match(seen.words, /våfflorna.*skolgården!$/);
     assert.equal(seen.names.length, 18);
     assert.ok(seen.names.includes('Vaktis Håkan'));

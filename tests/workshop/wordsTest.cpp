@@ -65,8 +65,10 @@ TEST(Words, whatIsWrongIsSaidWithItsPlace) {
              MENDED},
         {"[sign]\nname='\xE5'\n" + std::string(REST),
          ":2:6: Encountered invalid utf-8 sequence; save the file as UTF-8 text" + MENDED},
-        {"[sign]\nname='A'\n[page]\naddress='party.example'\n" + std::string(REST),
-         ":4:9: address has to begin with https:// or http://\n"},
+        {"[sign]\nname='A'\n[page]\naddress='party.example'\nlanguage='Swedish'\n" +
+             std::string(REST),
+         ":4:9: address has to begin with https:// or http://\n"
+         ":5:10: language has to be a code such as \"de\", \"sv\" or \"pt-BR\"\n"},
         {"name='A'\n[sign]\nname='A'\n" + std::string(REST),
          ":1:1: name stands in no section; it belongs below [sign]\n"},
         {"[logo]\ntext='four'\n[sign]\nname='A'\n[scroll]\ntext='x'\n[greetings]\nfirst='a'\n"

@@ -29,6 +29,7 @@ static nlohmann::ordered_json asJson(const st_words &words) {
             {"wheels", wheels},
             {"font", words.font.text},
             {"address", words.address.text},
+            {"language", words.language.text},
             {"palette", palette}};
 }
 
