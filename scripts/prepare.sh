@@ -68,7 +68,7 @@ install() {
     say "To be installed, with what they need: ${missing[*]}"
     "${root[@]}" apt-get update -qq || say "The package lists could not be renewed; trying with the old ones."
     # "99 newly installed", "Need to get 27 MB", "196 MB of additional disk space".
-    { "${get[@]}" --assume-no "${missing[@]}" 2>/dev/null || true; } |
+    { "${root[@]}" "${get[@]}" --assume-no "${missing[@]}" 2>/dev/null || true; } |
         sed -nE 's/^(.* newly installed).*/  \1/p; s/^(Need to get .*)\.$/  \1/p; s/^After this operation, (.*) will be used\.$/  \1/p'
     "${root[@]}" "${get[@]}" -y -qq -o APT::Status-Fd=1 "${missing[@]}" | show_progress ||
         die "the packages could not be installed"
