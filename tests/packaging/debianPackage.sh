@@ -17,8 +17,8 @@ if dpkg-query -W -f '${db:Status-Status}' testrender 2>/dev/null | grep -q "^ins
     exit 77
 fi
 
-echo "making the package"
-(cd "$build" && cpack -G DEB -B "$scratch/packages") >"$scratch/cpack.log" 2>&1 || {
+echo "making the package, as somebody whose group may write"
+(cd "$build" && umask 002 && cpack -G DEB -B "$scratch/packages") >"$scratch/cpack.log" 2>&1 || {
     cat "$scratch/cpack.log"
     fail cpack
 }
