@@ -95,6 +95,34 @@ static bool handBuffer(Bytes *bytes, std::string * /*error*/, const std::string 
     return true;
 }
 
+static bool writeNothing(std::string * /*error*/, const std::string & /*name*/,
+                         const Bytes & /*bytes*/, void * /*buffers*/) {
+    return false;
+}
+
+// Newer releases of tinygltf ask for sizes beforehand: all are read already, none is too large.
+template <class Callbacks>
+static auto answerSizes(Callbacks *callbacks, int)
+    -> decltype(void(callbacks->GetFileSizeInBytes)) {
+    callbacks->GetFileSizeInBytes = [](std::size_t *size, auto &&...) {
+        *size = 0;
+        return true;
+    };
+}
+template <class Callbacks> static void answerSizes(Callbacks *, long) {}
+
+// All callbacks that there are: newer releases take none otherwise.
+static tinygltf::FsCallbacks handOver(std::vector<st_gltfBuffer> *buffers) {
+    tinygltf::FsCallbacks callbacks = {};
+    callbacks.FileExists = buffersExist;
+    callbacks.ExpandFilePath = sameName;
+    callbacks.ReadWholeFile = handBuffer;
+    callbacks.WriteWholeFile = writeNothing;
+    callbacks.user_data = buffers;
+    answerSizes(&callbacks, 0);
+    return callbacks;
+}
+
 static std::string firstLine(const std::string &text) {
     std::string line = printable(text.substr(0, text.find('\n')));
     while (!line.empty() && (line.back() == '.' || line.back() == ' '))
@@ -104,7 +132,7 @@ static std::string firstLine(const std::string &text) {
 
 static std::string parse(std::string text, std::vector<st_gltfBuffer> *buffers, st_gltfFile *file) {
     tinygltf::TinyGLTF loader;
-    loader.SetFsCallbacks({buffersExist, sameName, handBuffer, nullptr, buffers});
+    loader.SetFsCallbacks(handOver(buffers));
     std::string error, warning;
     const bool isRead = loader.LoadASCIIFromString(&file->model, &error, &warning, text.data(),
                                                    static_cast<unsigned int>(text.size()), "");

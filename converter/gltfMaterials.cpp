@@ -48,11 +48,10 @@ static std::vector<double> numbersIn(const Value &object, const char *key,
                                      std::vector<double> otherwise) {
     if (!object.Has(key) || object.Get(key).ArrayLen() < otherwise.size())
         return otherwise;
-    for (std::size_t i = 0; i < otherwise.size(); i++) {
-        const Value &number = object.Get(key).Get(static_cast<int>(i));
-        if (number.IsNumber())
-            otherwise[i] = number.GetNumberAsDouble();
-    }
+    const auto &numbers = object.Get(key).Get<Value::Array>();
+    for (std::size_t i = 0; i < otherwise.size(); i++)
+        if (numbers[i].IsNumber())
+            otherwise[i] = numbers[i].GetNumberAsDouble();
     return otherwise;
 }
 
