@@ -47,13 +47,16 @@ static bool readFloat(const char **text, float *number) {
     return isThere;
 }
 
+static bool skipComma(const char **text) {
+    const bool isThere = **text == ',';
+    *text += isThere ? 1 : 0;
+    return isThere;
+}
+
 static bool readVector(const std::string &value, st_vec *vector) {
     const char *text = value.c_str();
-    if (!readFloat(&text, &vector->x) || *text++ != ',')
-        return false;
-    if (!readFloat(&text, &vector->y) || *text++ != ',')
-        return false;
-    return readFloat(&text, &vector->z) && *text == '\0';
+    return readFloat(&text, &vector->x) && skipComma(&text) && readFloat(&text, &vector->y) &&
+           skipComma(&text) && readFloat(&text, &vector->z) && *text == '\0';
 }
 
 static bool readScale(const std::string &value, float *scale) {
