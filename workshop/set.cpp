@@ -173,6 +173,7 @@ static std::vector<std::string> recipesOf(const st_setParts &parts) {
         colors += std::to_string(color) + " ";
     const std::string font = fileDigest(words.font.text);
     std::vector<std::string> recipes;
+    recipes.reserve(parts.textures.size() + parts.models.size() + 1);
     for (const st_texture *texture : parts.textures)
         recipes.push_back(digestOf(
             program + colors + (texture == &SCREEN_TEXTURE ? fileDigest(words.screen.text) : "")));
