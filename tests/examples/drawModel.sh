@@ -9,7 +9,10 @@ fail() {
 
 if [ $# = 2 ]; then
     ! "$1" "$2/none.lwo" 2>/dev/null || fail "a model that is not there is no failure"
-    exec timeout 60 xvfb-run -a -s '-screen 0 640x480x24 -nolisten tcp' "$0" "$1" "$2" shown
+    # Without -noreset the server starts over when its last client leaves, xdotool, and turns away
+    # whoever is just coming.
+    exec timeout 60 xvfb-run -a -s '-screen 0 640x480x24 -nolisten tcp -noreset' \
+        "$0" "$1" "$2" shown
 fi
 
 # picture: the pixels of the screen, a line for each.

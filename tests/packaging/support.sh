@@ -12,5 +12,5 @@ trap 'rm -rf "$scratch"' EXIT
 
 # windowed COMMAND: pressQ.sh under a display that lasts as long, two minutes at most.
 windowed() {
-    timeout 120 xvfb-run -a -s '-screen 0 320x240x24 -nolisten tcp' "$tests/pressQ.sh" "$@"
+    timeout 120 xvfb-run -a -s '-screen 0 320x240x24 -nolisten tcp -noreset' "$tests/pressQ.sh" "$@"
 }
