@@ -235,6 +235,16 @@ test('opens what is dropped, the first model of several, another one by its name
     await select('rooms.lwo');
     await select('sol.lwo');
     assert.equal(await asks(), false);
+    const stopped = await page.evaluate(() => {
+      const list = document.getElementById('other');
+      list.value = 'rooms.lwo';
+      list.dispatchEvent(new Event('change'));
+      document.getElementById('busy-stop').click();
+      return { listed: list.value, isBusy: !document.getElementById('busy').hidden };
+    });
+    assert.deepEqual(stopped, { listed: 'sol.lwo', isBusy: false });
+    assert.equal(await textOf(page, '#name'), 'sol.lwo');
+    await select('rooms.lwo');
   }));
 
 test('says what lwoinfo says', () =>

@@ -36,6 +36,12 @@ function showBusy(step, share) {
   byId('busy-share').value = share;
 }
 
+// Whatever was to be opened: the list names what is shown.
+function endBusy() {
+  showBusy(null);
+  byId('other').selectedIndex = listed.indexOf(opened?.model);
+}
+
 // -------------------------------------------------------------------- models
 
 const viewer = makeViewer(byId('look'), {
@@ -55,6 +61,7 @@ const viewer = makeViewer(byId('look'), {
 const lookPane = makeLookPane(byId('pane-look'), viewer);
 makeTabs(byId('tabs'));
 let opened = null; // { model, source, textures, missing } that is shown: its file, those beside it, names
+let listed = []; // the models that came along
 let lostAt = -Infinity;
 let asked = 0; // how often something was to be opened
 
@@ -120,18 +127,18 @@ async function openModel(model, source) {
     if (mine === asked) showTrouble(trouble);
     return false;
   } finally {
-    if (mine === asked) showBusy(null);
+    if (mine === asked) endBusy();
   }
 }
 
 // Those that came along, of which another one may be looked at.
 function listOthers(models) {
+  listed = models;
   byId('others').hidden = models.length < 2;
   byId('other').replaceChildren(...models.map(({ name }) => make('option', {}, name)));
-  const choose = () => { byId('other').selectedIndex = models.indexOf(opened.model); };
-  byId('other').onchange = () => openModel(models[byId('other').selectedIndex], opened.source).then(choose);
-  choose();
+  byId('other').selectedIndex = models.indexOf(opened.model);
 }
+byId('other').addEventListener('change', () => openModel(listed[byId('other').selectedIndex], opened.source));
 
 // Whether the model that is shown asks for a file of this name, or it is a coarser level of it.
 function isAskedFor({ name }) {
@@ -186,7 +193,7 @@ async function openAddress(text) {
     if (await openModel(model, { files: [], base: new URL('.', address).href })) listOthers([model]);
   } catch (trouble) {
     if (mine !== asked) return;
-    showBusy(null);
+    endBusy();
     showTrouble(trouble);
   }
 }
@@ -210,7 +217,7 @@ byId('busy-stop').addEventListener('click', () => {
   asked++;
   viewer.stop();
   stopConverting();
-  showBusy(null);
+  endBusy();
 });
 
 let inside = 0; // elements of the page that a drag is over
