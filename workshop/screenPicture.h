@@ -12,7 +12,6 @@
 constexpr float SCREEN_SHAPE = 1.41F;
 
 // Fits the picture: one of nearly the screen's shape fills it and loses a little at two edges,
-// others are shown whole, with dark bars beside them, and of strips that would be a line the
-// middle.
-// "" or why there is none.
+// others are shown whole, with dark bars beside them. Of a strip so thin that nothing would be seen
+// of it, the middle is shown. "" or why there is no picture.
 std::string readScreenPicture(const std::string &path, st_picture *screen);
